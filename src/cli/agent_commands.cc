@@ -1,0 +1,104 @@
+#include "cli/agent_commands.h"
+
+#include "cli/project_discovery.h"
+#include "cli/tool_result_reporting.h"
+#include "cli/zorvik_cli_error.h"
+#include "foundation/atomic_file.h"
+#include "foundation/json/value_decoder.h"
+#include "tools/framework/list_tools_tool.h"
+#include "tools/framework/tool_details_tool.h"
+#include "workspace_store/filesystem_workspace_state.h"
+
+namespace zorvik {
+namespace {
+
+constexpr int kAgentCallFailureStatus = 8;
+
+// Reads and decodes `.zorvik/workspace.json`; a project without one is an empty board.
+void loadBoardDocument(const std::filesystem::path& projectURL) {
+  const std::filesystem::path document = projectURL / ".zorvik" / "workspace.json";
+  std::error_code error;
+  if (!std::filesystem::exists(document, error)) return;
+  auto text = readFileContents(document);
+  if (!text) throw std::runtime_error("Unable to read " + document.string() + ".");
+  decodeValue<FilesystemWorkspaceState>(AnyCodableValue::parse(*text));
+}
+
+std::string stringMember(const AnyCodableValue& value, std::string_view key) {
+  const AnyCodableValue* member = value.member(key);
+  return member && member->asString() ? *member->asString() : std::string();
+}
+
+}  // namespace
+
+std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem::path& projectURL) {
+  try {
+    loadBoardDocument(projectURL);
+  } catch (const std::exception& error) {
+    throw ZorvikCLIError::invalidArguments(std::string("Failed to load project cards: ") +
+                                           error.what());
+  }
+  auto registry = std::make_unique<AgentToolRegistry>();
+  registry->registerTool(std::make_shared<ListToolsTool>(*registry));
+  registry->registerTool(std::make_shared<ToolDetailsTool>(*registry));
+  return registry;
+}
+
+void runAgentListTools(const AgentListToolsOptions& options, std::ostream& out) {
+  const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
+  const auto registry = buildAgentToolRegistry(projectURL);
+  const AnyCodableValue result =
+      ListToolsTool(*registry).run(JSONObject{}, AgentToolContext::forSingleCall());
+  const AnyCodableValue* tools = result.member("tools");
+  if (options.asJSON || !tools || !tools->asArray()) {
+    out << result.jsonString().value_or("{}") << '\n';
+    return;
+  }
+  for (const AnyCodableValue& entry : *tools->asArray()) {
+    if (!entry.isObject()) continue;
+    std::string name = stringMember(entry, "name");
+    if (!entry.member("name") || !entry.member("name")->asString()) name = "unknown";
+    out << name << ": " << stringMember(entry, "summary") << '\n';
+  }
+}
+
+void runAgentToolDetails(const AgentToolDetailsOptions& options, std::ostream& out) {
+  const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
+  const auto registry = buildAgentToolRegistry(projectURL);
+  JSONObject input{{"name", options.toolName}};
+  if (options.cardType && !options.cardType->empty()) input.set("card_type", *options.cardType);
+  AnyCodableValue result;
+  try {
+    result = ToolDetailsTool(*registry).run(input, AgentToolContext::forSingleCall());
+  } catch (const std::exception& error) {
+    throw ZorvikCLIError::invalidArguments(formatToolInvocationError(options.toolName, error));
+  }
+  if (!options.asJSON) {
+    out << "name: " << stringMember(result, "name") << '\n';
+    out << "summary: " << stringMember(result, "summary") << '\n';
+    const std::string notes = stringMember(result, "notes");
+    if (!notes.empty()) out << "notes: " << notes << '\n';
+    out << '\n';
+  }
+  out << result.jsonString().value_or("{}") << '\n';
+}
+
+void runAgentCall(const AgentCallOptions& options, std::ostream& out) {
+  const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
+  const auto registry = buildAgentToolRegistry(projectURL);
+  const auto tool = registry->tool(options.toolName);
+  if (!tool) throw ZorvikCLIError::invalidArguments("Unknown agent tool: " + options.toolName);
+  AnyCodableValue input = options.arguments;
+  if (JSONObject* members = input.asObject(); members && !members->contains("project_path")) {
+    members->set("project_path", projectURL.string());
+  }
+  AnyCodableValue result;
+  try {
+    result = tool->run(input, AgentToolContext::forSingleCall());
+  } catch (const std::exception& error) {
+    throw ZorvikCLIError::invalidArguments(formatToolInvocationError(options.toolName, error));
+  }
+  reportToolResult(out, result, kAgentCallFailureStatus);
+}
+
+}  // namespace zorvik

@@ -1,0 +1,225 @@
+#include "foundation/text.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/coll.h>
+#include <unicode/locid.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/utext.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+
+namespace zorvik {
+namespace {
+
+constexpr std::string_view kEllipsis = "\u2026";
+
+const uint8_t* bytesOf(std::string_view text) {
+  return reinterpret_cast<const uint8_t*>(text.data());
+}
+
+// Pure ASCII without CR LF: every byte is its own grapheme cluster.
+bool isSingleByteClusters(std::string_view text) {
+  return isASCII(text) && text.find("\r\n") == std::string_view::npos;
+}
+
+icu::BreakIterator* characterIterator() {
+  // Creating a break iterator loads rules; keep one per thread.
+  thread_local std::unique_ptr<icu::BreakIterator> iterator = [] {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::BreakIterator> created(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    return U_SUCCESS(status) ? std::move(created) : nullptr;
+  }();
+  return iterator.get();
+}
+
+struct CharacterWalk {
+  size_t characters = 0;  // characters passed, at most the limit
+  size_t offset = 0;      // byte offset just past them
+};
+
+// Advances over at most `limit` characters from the start of the text.
+CharacterWalk walkCharacters(std::string_view text, size_t limit) {
+  if (isSingleByteClusters(text)) {
+    size_t n = std::min(limit, text.size());
+    return {n, n};
+  }
+  CharacterWalk walk;
+  icu::BreakIterator* iterator = characterIterator();
+  UErrorCode status = U_ZERO_ERROR;
+  UText utext = UTEXT_INITIALIZER;
+  utext_openUTF8(&utext, text.data(), static_cast<int64_t>(text.size()), &status);
+  if (iterator != nullptr && U_SUCCESS(status)) iterator->setText(&utext, status);
+  if (iterator != nullptr && U_SUCCESS(status)) {
+    // UTF-8 UText indexes are byte offsets.
+    iterator->first();
+    int32_t boundary;
+    while (walk.characters < limit && (boundary = iterator->next()) != icu::BreakIterator::DONE) {
+      ++walk.characters;
+      walk.offset = static_cast<size_t>(boundary);
+    }
+  } else {
+    // Without break data fall back to code points, which still never split a UTF-8 sequence.
+    while (walk.characters < limit && walk.offset < text.size()) {
+      UChar32 c;
+      U8_NEXT_OR_FFFD(bytesOf(text), walk.offset, text.size(), c);
+      ++walk.characters;
+    }
+  }
+  utext_close(&utext);
+  return walk;
+}
+
+std::unique_ptr<icu::Collator> makeCaseInsensitiveCollator() {
+  icu::Locale locale = icu::Locale::getDefault();
+  if (std::string_view(locale.getVariant()) == "POSIX") locale = icu::Locale::getRoot();
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
+  if (U_FAILURE(status) || collator == nullptr) return nullptr;
+  collator->setStrength(icu::Collator::SECONDARY);
+  return collator;
+}
+
+}  // namespace
+
+bool isASCII(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string trimWhitespaceAndNewlines(std::string_view text) {
+  const uint8_t* bytes = bytesOf(text);
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t next = start;
+    UChar32 c;
+    U8_NEXT(bytes, next, text.size(), c);
+    if (c < 0 || !u_isUWhiteSpace(c)) break;
+    start = next;
+  }
+  size_t end = text.size();
+  while (end > start) {
+    // Step back to the lead byte of the last sequence, then decode it forwards.
+    size_t previous = end - 1;
+    while (previous > start && end - previous < U8_MAX_LENGTH && U8_IS_TRAIL(bytes[previous])) {
+      --previous;
+    }
+    size_t next = previous;
+    UChar32 c;
+    U8_NEXT(bytes, next, end, c);
+    if (c < 0 || next != end || !u_isUWhiteSpace(c)) break;
+    end = previous;
+  }
+  return std::string(text.substr(start, end - start));
+}
+
+std::string lowercased(std::string_view text) {
+  if (isASCII(text)) {
+    std::string result(text);
+    for (char& c : result) {
+      if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return result;
+  }
+  std::u16string utf16 = toUTF16(text);
+  icu::UnicodeString unicode(false, utf16.data(), static_cast<int32_t>(utf16.size()));
+  unicode.toLower(icu::Locale::getRoot());
+  std::string result;
+  unicode.toUTF8String(result);
+  return result;
+}
+
+bool isValidUTF8(std::string_view text) {
+  const uint8_t* bytes = bytesOf(text);
+  size_t offset = 0;
+  while (offset < text.size()) {
+    UChar32 c;
+    U8_NEXT(bytes, offset, text.size(), c);
+    if (c < 0) return false;
+  }
+  return true;
+}
+
+size_t characterCount(std::string_view text) { return walkCharacters(text, SIZE_MAX).characters; }
+
+std::string prefixCharacters(std::string_view text, size_t count) {
+  return std::string(text.substr(0, walkCharacters(text, count).offset));
+}
+
+std::string cutText(std::string_view text, size_t atOrAbove) {
+  return cutText(text, atOrAbove, atOrAbove >= 2 ? atOrAbove - 2 : 0);
+}
+
+std::string cutText(std::string_view text, size_t atOrAbove, size_t keep) {
+  if (walkCharacters(text, atOrAbove).characters < atOrAbove) return std::string(text);
+  std::string result = prefixCharacters(text, keep);
+  result += kEllipsis;
+  return result;
+}
+
+size_t utf16Length(std::string_view utf8) {
+  size_t length = 0;
+  size_t offset = 0;
+  while (offset < utf8.size()) {
+    UChar32 c;
+    U8_NEXT_OR_FFFD(bytesOf(utf8), offset, utf8.size(), c);
+    length += U16_LENGTH(c);
+  }
+  return length;
+}
+
+std::u16string toUTF16(std::string_view utf8) {
+  std::u16string result;
+  result.reserve(utf8.size());
+  size_t offset = 0;
+  while (offset < utf8.size()) {
+    UChar32 c;
+    U8_NEXT_OR_FFFD(bytesOf(utf8), offset, utf8.size(), c);
+    if (U_IS_BMP(c)) {
+      result.push_back(static_cast<char16_t>(c));
+    } else {
+      result.push_back(U16_LEAD(c));
+      result.push_back(U16_TRAIL(c));
+    }
+  }
+  return result;
+}
+
+std::string toUTF8(std::u16string_view utf16) {
+  std::string result;
+  result.reserve(utf16.size());
+  size_t offset = 0;
+  while (offset < utf16.size()) {
+    UChar32 c;
+    U16_NEXT_OR_FFFD(utf16.data(), offset, utf16.size(), c);
+    uint8_t buffer[U8_MAX_LENGTH];
+    size_t length = 0;
+    U8_APPEND_UNSAFE(buffer, length, c);
+    result.append(reinterpret_cast<const char*>(buffer), length);
+  }
+  return result;
+}
+
+int compareLocalizedCaseInsensitive(std::string_view a, std::string_view b) {
+  // Collators are cheap to clone and not meant for unguarded sharing: one clone per thread.
+  static const std::unique_ptr<icu::Collator> prototype = makeCaseInsensitiveCollator();
+  thread_local const std::unique_ptr<icu::Collator> collator(prototype ? prototype->clone()
+                                                                       : nullptr);
+  if (collator != nullptr) {
+    UErrorCode status = U_ZERO_ERROR;
+    UCollationResult result =
+        collator->compareUTF8(icu::StringPiece(a.data(), static_cast<int32_t>(a.size())),
+                              icu::StringPiece(b.data(), static_cast<int32_t>(b.size())), status);
+    if (U_SUCCESS(status)) return static_cast<int>(result);
+  }
+  std::string lowerA = lowercased(a);
+  std::string lowerB = lowercased(b);
+  return lowerA < lowerB ? -1 : (lowerA == lowerB ? 0 : 1);
+}
+
+}  // namespace zorvik

@@ -1,0 +1,46 @@
+// Unicode text helpers over UTF-8 strings.
+//
+// "Characters" are user-perceived characters (extended grapheme clusters); pure-ASCII text without
+// a CR LF pair takes a fast path where one byte is one character. Cuts never split a UTF-8 sequence
+// or a cluster. Ill-formed UTF-8 is tolerated: each ill-formed sequence counts as one U+FFFD and is
+// replaced by U+FFFD wherever text is converted. All functions are thread-safe.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace zorvik {
+
+// Strips Unicode White_Space (which includes line and paragraph separators) from both ends.
+std::string trimWhitespaceAndNewlines(std::string_view text);
+
+// Unicode default (locale-independent) lower-case mapping.
+std::string lowercased(std::string_view text);
+
+// True when the text is well-formed UTF-8 (no overlong forms, surrogates or truncated sequences).
+bool isValidUTF8(std::string_view text);
+
+bool isASCII(std::string_view text);
+
+size_t characterCount(std::string_view text);
+
+// The first `count` characters, or the whole text when it has fewer.
+std::string prefixCharacters(std::string_view text, size_t count);
+
+// The system's text cut: a text of at least `atOrAbove` characters keeps its first `keep`
+// characters and gets "…" appended; shorter text is returned unchanged. The two-argument form keeps
+// atOrAbove - 2 characters (0 when atOrAbove < 2).
+std::string cutText(std::string_view text, size_t atOrAbove);
+std::string cutText(std::string_view text, size_t atOrAbove, size_t keep);
+
+// Number of UTF-16 code units of the text's conversion by toUTF16.
+size_t utf16Length(std::string_view utf8);
+std::u16string toUTF16(std::string_view utf8);
+std::string toUTF8(std::u16string_view utf16);
+
+// Compares for the default locale, ignoring case (collation at secondary strength); returns <0, 0
+// or >0. The POSIX/C locale, whose collation orders by code point, uses the root collation instead.
+int compareLocalizedCaseInsensitive(std::string_view a, std::string_view b);
+
+}  // namespace zorvik

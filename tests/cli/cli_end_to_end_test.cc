@@ -1,0 +1,208 @@
+// Runs the built `zorvik` binary on real folders and checks the three observable channels: exit
+// code, standard output and standard error.
+#include <gtest/gtest.h>
+
+#include "foundation/json/any_codable_value.h"
+#include "support/process_runner.h"
+#include "support/temp_directory.h"
+
+namespace zorvik {
+namespace {
+
+using testing::ProcessOptions;
+using testing::ProcessResult;
+using testing::TempDirectory;
+
+constexpr const char* kWorkspace = R"({
+  "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
+  "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": []})";
+
+constexpr const char* kRuntimeUnavailable =
+    "No Zorvik project could be discovered. Ensure Zorvik is running with the target board open, "
+    "then retry.\n";
+
+// One command line and what it must produce. `stdoutPrefix` empty means standard output is empty.
+struct CommandCase {
+  std::vector<std::string> arguments;
+  int exitCode;
+  std::string stdoutPrefix;
+  std::string standardError;
+};
+
+class CLIEndToEndTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    project_.write(".zorvik/workspace.json", kWorkspace);
+    // Discovery must find nothing unless a test says otherwise.
+    options_.workingDirectory = sandbox_.path();
+    options_.environment["ZORVIK_PROJECT_PATH"] = std::nullopt;
+    options_.environment["HOME"] = sandbox_.path().string();
+    options_.environment["XDG_DATA_HOME"] = (sandbox_.path() / "data").string();
+  }
+
+  ProcessResult run(const std::vector<std::string>& arguments) {
+    return testing::runZorvik(arguments, options_);
+  }
+
+  void expectAll(const std::vector<CommandCase>& cases) {
+    for (const auto& test : cases) {
+      std::string line;
+      for (const auto& argument : test.arguments) line += argument + " ";
+      SCOPED_TRACE("zorvik " + line);
+      const ProcessResult result = run(test.arguments);
+      EXPECT_EQ(result.exitCode, test.exitCode);
+      EXPECT_EQ(result.standardError, test.standardError);
+      if (test.stdoutPrefix.empty()) {
+        EXPECT_EQ(result.standardOutput, "");
+      } else {
+        EXPECT_TRUE(result.standardOutput.starts_with(test.stdoutPrefix)) << result.standardOutput;
+      }
+    }
+  }
+
+  std::string projectPath() const { return project_.path().string(); }
+
+  TempDirectory sandbox_;
+  TempDirectory project_;
+  ProcessOptions options_;
+};
+
+TEST_F(CLIEndToEndTest, RoutingHelpAndArgumentErrors) {
+  expectAll({
+      {{}, 0, "Zorvik CLI", ""},
+      {{"--help"}, 0, "Zorvik CLI", ""},
+      {{"-h", "--json"}, 0, "{\n  \"commands\" : [", ""},
+      {{"project"}, 0, "zorvik project - Project discovery", ""},
+      {{"project", "help", "--json"}, 0, "{", ""},
+      {{"runtime", "-h"}, 0, "zorvik runtime - ", ""},
+      {{"agent", "--help"}, 0, "zorvik agent - ", ""},
+      {{"help", "Project"}, 0, "zorvik project - ", ""},
+      {{"help", "--help"}, 0, "Zorvik CLI", ""},
+      {{"schema"}, 0, "{\n  \"cli\" : {", ""},
+      {{"schema", "help", "--json"}, 0, "{", ""},
+      {{"doctor", "--help", "--bogus"}, 2, "", "Error: Unknown option: --bogus\n"},
+      {{"version"}, 0, "zorvik ", ""},
+      {{"--version", "--json"}, 2, "", "Error: version does not accept positional arguments.\n"},
+      {{"bogus"}, 2, "", "Error: Unknown command: bogus\n"},
+      {{"Project"}, 2, "", "Error: Unknown command: Project\n"},
+      {{"project", "list"}, 2, "", "Error: Unknown project command: list\n"},
+      {{"runtime", "current"}, 2, "", "Error: Unknown runtime command: current\n"},
+      {{"agent", "run"}, 2, "", "Error: Unknown agent command: run\n"},
+      {{"help", "project", "doctor"}, 2, "",
+       "Error: help accepts at most one topic. Valid topics: project, runtime, agent, doctor, "
+       "schema.\n"},
+      {{"help", "--bogus"}, 2, "", "Error: Unknown option: --bogus\n"},
+      {{"project", "validate", "--json"}, 2, "",
+       "Error: project validate requires a project folder path.\n"},
+      {{"project", "validate", ".", "--max-diagnostics", "0"}, 2, "",
+       "Error: --max-diagnostics requires a positive integer.\n"},
+      {{"project", "validate", "/does/not/exist"}, 2, "",
+       "Error: project validate expects an existing project directory path.\n"},
+      {{"agent", "call", "get_card_content", "--args-json", "[1]"}, 2, "",
+       "Error: agent call arguments must be a JSON object.\n"},
+      {{"runtime", "inspect", "x", "--args-json", "1"}, 2, "",
+       "Error: inspect arguments must be a JSON object.\n"},
+      {{"agent", "call", "x", "--args-json", "{}", "--args-file", "/does/not/exist"}, 2, "",
+       "Error: Use either --args-json or --args-file, not both.\n"},
+      {{"agent", "call", "--help"}, 2, "", "Error: agent call requires a tool name.\n"},
+      {{"agent", "list-tools", "--project"}, 2, "", "Error: --project requires a path value.\n"},
+  });
+}
+
+TEST_F(CLIEndToEndTest, JSONErrorsAndUnreadableArgumentFiles) {
+  const ProcessResult broken = run({"agent", "call", "x", "--args-json", "{"});
+  EXPECT_EQ(broken.exitCode, 4);
+  EXPECT_EQ(broken.standardOutput, "");
+  EXPECT_TRUE(broken.standardError.starts_with("JSON error: Failed to parse --args-json: "));
+  EXPECT_TRUE(broken.standardError.ends_with("\n"));
+
+  const auto latin1 = sandbox_.write("args.json", "{\"q\":\"\xE9\"}").string();
+  expectAll({{{"agent", "call", "x", "--args-file", latin1}, 4, "",
+              "JSON error: Unable to read UTF-8 text from " + latin1 + ".\n"}});
+
+  const ProcessResult missing = run({"agent", "call", "x", "--args-file", "/no/such/file"});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.standardError.starts_with("Unexpected error: ")) << missing.standardError;
+  EXPECT_EQ(missing.standardOutput, "");
+}
+
+TEST_F(CLIEndToEndTest, AgentCommandsOnAProject) {
+  const std::string project = projectPath();
+  expectAll({
+      {{"agent", "list-tools", "--project", project}, 0,
+       "list_tools: List available tools and their summaries.\ntool_details: ", ""},
+      {{"agent", "list-tools", "--project", project, "--json"}, 0, "{\n  \"tools\" : [", ""},
+      {{"agent", "tool-details", "List-Tools", "--project", project, "--card-type", " table "}, 0,
+       "name: list_tools\nsummary: List available tools and their summaries.\nnotes: Filtered "
+       "examples for card_type=table. Use only",
+       ""},
+      {{"agent", "tool-details", "nope", "--project", project}, 2, "",
+       "Error: Invalid arguments for tool 'nope': Tool not found: nope. Run `zorvik agent "
+       "tool-details nope --json` for exact schema and examples.\n"},
+      {{"agent", "call", "tool_details", "--project", project, "--args-json", "{\"name\":3}"}, 2,
+       "",
+       "Error: Invalid arguments for tool 'tool_details': Type mismatch at name for String: "
+       "Expected to decode String but found a number instead.. Run `zorvik agent tool-details "
+       "tool_details --json` for exact schema and examples.\n"},
+      {{"agent", "call", "tool_details", "--project", project}, 2, "",
+       "Error: Invalid arguments for tool 'tool_details': Missing required key 'name'.. Run "
+       "`zorvik agent tool-details tool_details --json` for exact schema and examples.\n"},
+      {{"agent", "call", "Unknown-Tool", "--project", project}, 2, "",
+       "Error: Unknown agent tool: unknown_tool\n"},
+      {{"agent", "call", "tool_details", "--project", project, "--args-json",
+        "{\"name\":\"tool_details\"}"},
+       0, "{\n  \"examples\" : [", ""},
+  });
+}
+
+TEST_F(CLIEndToEndTest, ProjectResolution) {
+  expectAll({
+      {{"agent", "list-tools"}, 3, "", kRuntimeUnavailable},
+      {{"agent", "list-tools", "--project", "  "}, 3, "", kRuntimeUnavailable},
+      {{"agent", "list-tools", "--project", "/does/not/exist"}, 2, "",
+       "Error: agent commands require an existing project directory.\n"},
+  });
+
+  options_.environment["ZORVIK_PROJECT_PATH"] = " \n";
+  expectAll({{{"agent", "list-tools"}, 3, "", kRuntimeUnavailable}});
+  options_.environment["ZORVIK_PROJECT_PATH"] = projectPath();
+  expectAll({{{"agent", "call", "list_tools"}, 0, "{\n  \"tools\" : [", ""}});
+  options_.environment["ZORVIK_PROJECT_PATH"] = "/does/not/exist";
+  expectAll({{{"agent", "list-tools"}, 2, "",
+              "Error: agent commands require an existing project directory.\n"}});
+  // An explicit path wins over the environment.
+  expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "list_tools: ", ""}});
+}
+
+TEST_F(CLIEndToEndTest, ABoardThatDoesNotLoadFailsEveryAgentCommand) {
+  project_.write(".zorvik/workspace.json", R"({"version": 1, "entries": []})");
+  const ProcessResult result = run({"agent", "list-tools", "--project", projectPath()});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.standardOutput, "");
+  EXPECT_EQ(result.standardError,
+            "Error: Failed to load project cards: Missing required key 'projectId'.\n");
+
+  project_.write(".zorvik/workspace.json", "{ not json");
+  const ProcessResult garbled = run({"agent", "call", "list_tools", "--project", projectPath()});
+  EXPECT_EQ(garbled.exitCode, 2);
+  EXPECT_TRUE(garbled.standardError.starts_with(
+      "Error: Failed to load project cards: The given data was not valid JSON"));
+
+  // A folder without a workspace document is an empty board.
+  TempDirectory bare;
+  expectAll({{{"agent", "list-tools", "--project", bare.path().string()}, 0, "list_tools: ", ""}});
+}
+
+TEST_F(CLIEndToEndTest, AgentCallAnswerIsTheToolsJSON) {
+  const ProcessResult result = run({"agent", "call", "list_tools", "--project", projectPath()});
+  ASSERT_EQ(result.exitCode, 0);
+  const AnyCodableValue answer = AnyCodableValue::parse(result.standardOutput);
+  const auto* tools = answer.member("tools")->asArray();
+  ASSERT_EQ(tools->size(), 2u);
+  EXPECT_EQ(*(*tools)[0].member("name")->asString(), "list_tools");
+  EXPECT_EQ(*(*tools)[1].member("name")->asString(), "tool_details");
+  EXPECT_EQ(result.standardOutput.back(), '\n');
+}
+
+}  // namespace
+}  // namespace zorvik

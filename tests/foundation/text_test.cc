@@ -1,0 +1,140 @@
+#include "foundation/text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace zorvik {
+namespace {
+
+// Combining marks, emoji sequences, flags and CR LF that each form a single character.
+const std::string kEAcute = "e\u0301";                                     // e + combining acute
+const std::string kFamily = "\U0001F468\u200D\U0001F469\u200D\U0001F467";  // ZWJ sequence
+const std::string kFlag = "\U0001F1E9\U0001F1EA";                          // regional indicators
+const std::string kThumbs = "\U0001F44D\U0001F3FD";                        // emoji + skin tone
+
+TEST(TextTest, TrimsUnicodeWhiteSpaceOnlyAtTheEnds) {
+  EXPECT_EQ(trimWhitespaceAndNewlines(" \t\r\n hello world \n\v\f"), "hello world");
+  EXPECT_EQ(trimWhitespaceAndNewlines("\u00A0\u3000\u2028caf\u00E9\u2029\u00A0\u0085"),
+            "caf\u00E9");
+  EXPECT_EQ(trimWhitespaceAndNewlines("\u2003a\u00A0b\u2003"), "a\u00A0b");
+  EXPECT_EQ(trimWhitespaceAndNewlines(" \u3000 \u2028"), "");
+  EXPECT_EQ(trimWhitespaceAndNewlines(""), "");
+  // Zero-width space is not White_Space; ill-formed bytes are kept as they are.
+  EXPECT_EQ(trimWhitespaceAndNewlines("\u200Bx\u200B"), "\u200Bx\u200B");
+  EXPECT_EQ(trimWhitespaceAndNewlines(" \xE2\x80 "), "\xE2\x80");
+}
+
+TEST(TextTest, LowercasesAsciiAndBeyond) {
+  EXPECT_EQ(lowercased("Hello, WORLD 123"), "hello, world 123");
+  EXPECT_EQ(lowercased("\u00C4\u00D6\u00DC Stra\u00DFe"), "\u00E4\u00F6\u00FC stra\u00DFe");
+  EXPECT_EQ(lowercased("\u039A\u0391\u039B\u0397\u039C\u0395\u03A1\u0391"),
+            "\u03BA\u03B1\u03BB\u03B7\u03BC\u03B5\u03C1\u03B1");
+  // Locale-independent mapping: dotted capital I becomes i + combining dot, not Turkish i.
+  EXPECT_EQ(lowercased("\u0130I"), "i\u0307i");
+  EXPECT_EQ(lowercased("\u0416\u0416"), "\u0436\u0436");
+}
+
+TEST(TextTest, DetectsIllFormedUTF8) {
+  EXPECT_TRUE(isValidUTF8(""));
+  EXPECT_TRUE(isValidUTF8("plain \u00E9 \u20AC \U0001F600"));
+  EXPECT_TRUE(isValidUTF8("\xF4\x8F\xBF\xBF"));   // U+10FFFF
+  EXPECT_FALSE(isValidUTF8("\xC0\xAF"));          // overlong "/"
+  EXPECT_FALSE(isValidUTF8("\xE0\x80\xAF"));      // overlong three-byte
+  EXPECT_FALSE(isValidUTF8("\xED\xA0\x80"));      // surrogate U+D800
+  EXPECT_FALSE(isValidUTF8("\xED\xBF\xBF"));      // surrogate U+DFFF
+  EXPECT_FALSE(isValidUTF8("\xF4\x90\x80\x80"));  // beyond U+10FFFF
+  EXPECT_FALSE(isValidUTF8("ok\xE2\x82"));        // truncated at the end
+  EXPECT_FALSE(isValidUTF8("\xE2\x82 ok"));       // truncated in the middle
+  EXPECT_FALSE(isValidUTF8("\x80"));              // lone continuation byte
+  EXPECT_FALSE(isValidUTF8("\xFF"));
+}
+
+TEST(TextTest, CountsUserPerceivedCharacters) {
+  EXPECT_EQ(characterCount(""), 0u);
+  EXPECT_EQ(characterCount("hello"), 5u);
+  EXPECT_EQ(characterCount("a\r\nb"), 3u);  // CR LF is one character
+  EXPECT_EQ(characterCount("a\n\rb"), 4u);
+  EXPECT_EQ(characterCount(kEAcute), 1u);
+  EXPECT_EQ(characterCount("a\u0301\u0302\u0323b"), 2u);
+  EXPECT_EQ(characterCount(kFamily), 1u);
+  EXPECT_EQ(characterCount(kFlag + kFlag), 2u);
+  EXPECT_EQ(characterCount(kThumbs + "!"), 2u);
+  EXPECT_EQ(characterCount("\uD55C\uAD6D\uC5B4"), 3u);  // precomposed Hangul
+  EXPECT_EQ(characterCount("\u1100\u1161\u11A8"), 1u);  // conjoining jamo
+}
+
+TEST(TextTest, PrefixesNeverSplitAClusterOrSequence) {
+  EXPECT_EQ(prefixCharacters("hello", 3), "hel");
+  EXPECT_EQ(prefixCharacters("hello", 0), "");
+  EXPECT_EQ(prefixCharacters("hello", 99), "hello");
+  EXPECT_EQ(prefixCharacters("a\r\nb", 2), "a\r\n");
+  EXPECT_EQ(prefixCharacters(kEAcute + kEAcute + "x", 1), kEAcute);
+  EXPECT_EQ(prefixCharacters(kFamily + kFlag + kFlag, 2), kFamily + kFlag);
+  EXPECT_EQ(prefixCharacters("\u00E9t\u00E9", 2), "\u00E9t");
+}
+
+TEST(TextTest, CutsAtAndAboveTheLimitOnly) {
+  const std::string nine = "123456789";
+  EXPECT_EQ(cutText(nine, 10), nine);            // below
+  EXPECT_EQ(cutText(nine, 9), "1234567\u2026");  // at the limit: keeps limit - 2
+  EXPECT_EQ(cutText(nine, 5), "123\u2026");      // above
+  EXPECT_EQ(cutText(nine, 9, 4), "1234\u2026");
+  EXPECT_EQ(cutText(nine, 10, 4), nine);
+  EXPECT_EQ(cutText("", 0, 0), "\u2026");
+  EXPECT_EQ(cutText("ab", 1), "\u2026");
+
+  // Clusters count as one character on both sides of the cut.
+  const std::string clusters = kFamily + kEAcute + kFlag + "a\r\n" + kThumbs;
+  ASSERT_EQ(characterCount(clusters), 6u);
+  EXPECT_EQ(cutText(clusters, 7), clusters);
+  EXPECT_EQ(cutText(clusters, 6), kFamily + kEAcute + kFlag + "a\u2026");
+  EXPECT_EQ(cutText(clusters, 6, 3), kFamily + kEAcute + kFlag + "\u2026");
+  EXPECT_EQ(cutText(clusters, 5, 1), kFamily + "\u2026");
+  for (size_t keep = 0; keep <= 6; ++keep) {
+    EXPECT_TRUE(isValidUTF8(cutText(clusters, 1, keep))) << keep;
+  }
+}
+
+TEST(TextTest, ConvertsBetweenUTF8AndUTF16) {
+  const std::string text = "a\u00E9\u20AC\U0001F600";
+  const std::u16string expected = u"a\u00E9\u20AC\U0001F600";
+  EXPECT_EQ(toUTF16(text), expected);
+  EXPECT_EQ(utf16Length(text), 5u);
+  EXPECT_EQ(toUTF8(expected), text);
+  EXPECT_EQ(utf16Length(""), 0u);
+  // Ill-formed input becomes U+FFFD, and the length agrees with the conversion.
+  EXPECT_EQ(toUTF16("a\xE2\x82"
+                    "b"),
+            u"a\uFFFDb");
+  EXPECT_EQ(utf16Length("a\xE2\x82"
+                        "b"),
+            3u);
+  EXPECT_EQ(toUTF8(std::u16string(1, char16_t(0xD800)) + u"x"), "\uFFFDx");
+}
+
+TEST(TextTest, ComparesIgnoringCaseButNotAccents) {
+  EXPECT_EQ(compareLocalizedCaseInsensitive("apple", "APPLE"), 0);
+  EXPECT_EQ(compareLocalizedCaseInsensitive("\u00C4rger", "\u00E4RGER"), 0);
+  EXPECT_LT(compareLocalizedCaseInsensitive("apple", "Banana"), 0);
+  EXPECT_GT(compareLocalizedCaseInsensitive("Banana", "apple"), 0);
+  EXPECT_NE(compareLocalizedCaseInsensitive("resume", "r\u00E9sum\u00E9"), 0);
+  EXPECT_LT(compareLocalizedCaseInsensitive("\u00E9clair", "f"), 0);
+
+  std::vector<std::thread> threads;
+  std::vector<int> results(4, -1);
+  for (size_t i = 0; i < results.size(); ++i) {
+    threads.emplace_back([&results, i] {
+      int sum = 0;
+      for (int n = 0; n < 200; ++n) sum += compareLocalizedCaseInsensitive("Zebra", "zEBRA");
+      results[i] = sum;
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(results, std::vector<int>(4, 0));
+}
+
+}  // namespace
+}  // namespace zorvik
