@@ -40,16 +40,16 @@ class JSONObject {
   // The value under `key`, or nullptr when the key is absent.
   const AnyCodableValue* find(std::string_view key) const;
   AnyCodableValue* find(std::string_view key);
-  bool contains(std::string_view key) const { return find(key) != nullptr; }
+  bool contains(std::string_view key) const;
   // Inserts or replaces the value under `key`; returns a reference to the stored value.
   AnyCodableValue& set(std::string key, AnyCodableValue value);
   // Removes `key`; returns whether it was present.
   bool erase(std::string_view key);
 
-  size_t size() const { return entries_.size(); }
-  bool empty() const { return entries_.empty(); }
-  const_iterator begin() const { return entries_.begin(); }
-  const_iterator end() const { return entries_.end(); }
+  size_t size() const;
+  bool empty() const;
+  const_iterator begin() const;
+  const_iterator end() const;
 
   friend bool operator==(const JSONObject& a, const JSONObject& b);
 
@@ -119,5 +119,12 @@ class AnyCodableValue {
   // The alternative order matches Kind.
   std::variant<std::monostate, bool, int64_t, double, std::string, Array, Object> storage_;
 };
+
+// JSONObject's inline members need AnyCodableValue complete.
+inline bool JSONObject::contains(std::string_view key) const { return find(key) != nullptr; }
+inline size_t JSONObject::size() const { return entries_.size(); }
+inline bool JSONObject::empty() const { return entries_.empty(); }
+inline JSONObject::const_iterator JSONObject::begin() const { return entries_.begin(); }
+inline JSONObject::const_iterator JSONObject::end() const { return entries_.end(); }
 
 }  // namespace zorvik
