@@ -22,18 +22,19 @@ std::string generateWorkspaceDocument(size_t targetBytes) {
     if (i) out += ',';
     char id[40];
     std::snprintf(id, sizeof id, "%08zX-0000-4000-8000-%012zX", i, i * 7919);
-    out += R"({"createdAt":"2026-01-02T03:04:05Z","id":")" + std::string(id) +
-           R"(","kindRawValue":"richText","layout":{"actualHeight":)" +
-           std::to_string(100 + i % 300) + R"(,"actualWidth":320.5,"position":{"x":)" +
-           std::to_string(coordinate(random)) + R"(,"y":)" + std::to_string(coordinate(random)) +
-           R"(},"zIndex":)" + std::to_string(i) +
-           R"(},"payload":{"richText":{"markdown":"# Note )" + std::to_string(i) + "\\n" +
-           markdown.substr(0, 100 + i % 500) +
-           R"(\nwith \"quotes\" and unicode \u00e9"},"type":"richText"},"relativePath":"notes/note-)" +
-           std::to_string(i) + R"(.md","shadowEnabled":true,"title":"Note )" + std::to_string(i) +
-           R"("})";
+    out +=
+        R"({"createdAt":"2026-01-02T03:04:05Z","id":")" + std::string(id) +
+        R"(","kindRawValue":"richText","layout":{"actualHeight":)" + std::to_string(100 + i % 300) +
+        R"(,"actualWidth":320.5,"position":{"x":)" + std::to_string(coordinate(random)) +
+        R"(,"y":)" + std::to_string(coordinate(random)) + R"(},"zIndex":)" + std::to_string(i) +
+        R"(},"payload":{"richText":{"markdown":"# Note )" + std::to_string(i) + "\\n" +
+        markdown.substr(0, 100 + i % 500) +
+        R"(\nwith \"quotes\" and unicode \u00e9"},"type":"richText"},"relativePath":"notes/note-)" +
+        std::to_string(i) + R"(.md","shadowEnabled":true,"title":"Note )" + std::to_string(i) +
+        R"("})";
   }
-  out += R"(],"projectId":"P","uiState":{"backgroundStyle":"Dots"},"updatedAt":"2026-01-02T03:04:05Z","version":1})";
+  out +=
+      R"(],"projectId":"P","uiState":{"backgroundStyle":"Dots"},"updatedAt":"2026-01-02T03:04:05Z","version":1})";
   return out;
 }
 

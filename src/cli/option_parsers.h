@@ -56,7 +56,7 @@ struct AgentListToolsOptions {
 };
 
 struct AgentToolDetailsOptions {
-  std::string toolName;  // normalised
+  std::string toolName;                 // normalised
   std::optional<std::string> cardType;  // trimmed
   std::optional<std::string> projectPath;
   std::optional<std::string> appBundlePath;

@@ -30,9 +30,13 @@ void runProjectValidate(const ProjectValidateOptions& options, std::ostream&) {
   throwNotAvailable("project validate");
 }
 
-void runProjectInspect(const InspectOptions&, std::ostream&) { throwNotAvailable("project inspect"); }
+void runProjectInspect(const InspectOptions&, std::ostream&) {
+  throwNotAvailable("project inspect");
+}
 
-void runRuntimeInspect(const InspectOptions&, std::ostream&) { throwNotAvailable("runtime inspect"); }
+void runRuntimeInspect(const InspectOptions&, std::ostream&) {
+  throwNotAvailable("runtime inspect");
+}
 
 void runDoctor(const FlagOnlyOptions&, std::ostream&) { throwNotAvailable("doctor"); }
 

@@ -2,8 +2,8 @@
 
 #include "cli/agent_commands.h"
 #include "cli/help_documents.h"
-#include "cli/version_info.h"
 #include "cli/project_commands.h"
+#include "cli/version_info.h"
 #include "cli/zorvik_cli_error.h"
 
 namespace zorvik {
@@ -14,7 +14,8 @@ bool isHelpWord(const std::string& word) {
 }
 
 Arguments tail(const Arguments& arguments, size_t from) {
-  return from >= arguments.size() ? Arguments{} : Arguments(arguments.begin() + from, arguments.end());
+  return from >= arguments.size() ? Arguments{}
+                                  : Arguments(arguments.begin() + from, arguments.end());
 }
 
 }  // namespace

@@ -19,8 +19,8 @@ class ZorvikCLIError : public std::runtime_error {
     return ZorvikCLIError(Kind::invalidArguments, message, 0);
   }
   static ZorvikCLIError processFailed(int status) {
-    return ZorvikCLIError(Kind::processFailed, "process failed with status " + std::to_string(status),
-                          status);
+    return ZorvikCLIError(Kind::processFailed,
+                          "process failed with status " + std::to_string(status), status);
   }
   static ZorvikCLIError invalidJSON(const std::string& message) {
     return ZorvikCLIError(Kind::invalidJSON, message, 0);

@@ -88,21 +88,35 @@ TEST_F(CLIEndToEndTest, RoutingHelpAndArgumentErrors) {
       {{"project", "list"}, 2, "", "Error: Unknown project command: list\n"},
       {{"runtime", "current"}, 2, "", "Error: Unknown runtime command: current\n"},
       {{"agent", "run"}, 2, "", "Error: Unknown agent command: run\n"},
-      {{"help", "project", "doctor"}, 2, "",
+      {{"help", "project", "doctor"},
+       2,
+       "",
        "Error: help accepts at most one topic. Valid topics: project, runtime, agent, doctor, "
        "schema.\n"},
       {{"help", "--bogus"}, 2, "", "Error: Unknown option: --bogus\n"},
-      {{"project", "validate", "--json"}, 2, "",
+      {{"project", "validate", "--json"},
+       2,
+       "",
        "Error: project validate requires a project folder path.\n"},
-      {{"project", "validate", ".", "--max-diagnostics", "0"}, 2, "",
+      {{"project", "validate", ".", "--max-diagnostics", "0"},
+       2,
+       "",
        "Error: --max-diagnostics requires a positive integer.\n"},
-      {{"project", "validate", "/does/not/exist"}, 2, "",
+      {{"project", "validate", "/does/not/exist"},
+       2,
+       "",
        "Error: project validate expects an existing project directory path.\n"},
-      {{"agent", "call", "get_card_content", "--args-json", "[1]"}, 2, "",
+      {{"agent", "call", "get_card_content", "--args-json", "[1]"},
+       2,
+       "",
        "Error: agent call arguments must be a JSON object.\n"},
-      {{"runtime", "inspect", "x", "--args-json", "1"}, 2, "",
+      {{"runtime", "inspect", "x", "--args-json", "1"},
+       2,
+       "",
        "Error: inspect arguments must be a JSON object.\n"},
-      {{"agent", "call", "x", "--args-json", "{}", "--args-file", "/does/not/exist"}, 2, "",
+      {{"agent", "call", "x", "--args-json", "{}", "--args-file", "/does/not/exist"},
+       2,
+       "",
        "Error: Use either --args-json or --args-file, not both.\n"},
       {{"agent", "call", "--help"}, 2, "", "Error: agent call requires a tool name.\n"},
       {{"agent", "list-tools", "--project"}, 2, "", "Error: --project requires a path value.\n"},
@@ -117,7 +131,9 @@ TEST_F(CLIEndToEndTest, JSONErrorsAndUnreadableArgumentFiles) {
   EXPECT_TRUE(broken.standardError.ends_with("\n"));
 
   const auto latin1 = sandbox_.write("args.json", "{\"q\":\"\xE9\"}").string();
-  expectAll({{{"agent", "call", "x", "--args-file", latin1}, 4, "",
+  expectAll({{{"agent", "call", "x", "--args-file", latin1},
+              4,
+              "",
               "JSON error: Unable to read UTF-8 text from " + latin1 + ".\n"}});
 
   const ProcessResult missing = run({"agent", "call", "x", "--args-file", "/no/such/file"});
@@ -129,29 +145,41 @@ TEST_F(CLIEndToEndTest, JSONErrorsAndUnreadableArgumentFiles) {
 TEST_F(CLIEndToEndTest, AgentCommandsOnAProject) {
   const std::string project = projectPath();
   expectAll({
-      {{"agent", "list-tools", "--project", project}, 0,
-       "list_tools: List available tools and their summaries.\ntool_details: ", ""},
+      {{"agent", "list-tools", "--project", project},
+       0,
+       "list_tools: List available tools and their summaries.\ntool_details: ",
+       ""},
       {{"agent", "list-tools", "--project", project, "--json"}, 0, "{\n  \"tools\" : [", ""},
-      {{"agent", "tool-details", "List-Tools", "--project", project, "--card-type", " table "}, 0,
+      {{"agent", "tool-details", "List-Tools", "--project", project, "--card-type", " table "},
+       0,
        "name: list_tools\nsummary: List available tools and their summaries.\nnotes: Filtered "
        "examples for card_type=table. Use only",
        ""},
-      {{"agent", "tool-details", "nope", "--project", project}, 2, "",
+      {{"agent", "tool-details", "nope", "--project", project},
+       2,
+       "",
        "Error: Invalid arguments for tool 'nope': Tool not found: nope. Run `zorvik agent "
        "tool-details nope --json` for exact schema and examples.\n"},
-      {{"agent", "call", "tool_details", "--project", project, "--args-json", "{\"name\":3}"}, 2,
+      {{"agent", "call", "tool_details", "--project", project, "--args-json", "{\"name\":3}"},
+       2,
        "",
        "Error: Invalid arguments for tool 'tool_details': Type mismatch at name for String: "
        "Expected to decode String but found a number instead.. Run `zorvik agent tool-details "
        "tool_details --json` for exact schema and examples.\n"},
-      {{"agent", "call", "tool_details", "--project", project}, 2, "",
+      {{"agent", "call", "tool_details", "--project", project},
+       2,
+       "",
        "Error: Invalid arguments for tool 'tool_details': Missing required key 'name'.. Run "
        "`zorvik agent tool-details tool_details --json` for exact schema and examples.\n"},
-      {{"agent", "call", "Unknown-Tool", "--project", project}, 2, "",
+      {{"agent", "call", "Unknown-Tool", "--project", project},
+       2,
+       "",
        "Error: Unknown agent tool: unknown_tool\n"},
       {{"agent", "call", "tool_details", "--project", project, "--args-json",
         "{\"name\":\"tool_details\"}"},
-       0, "{\n  \"examples\" : [", ""},
+       0,
+       "{\n  \"examples\" : [",
+       ""},
   });
 }
 
@@ -159,7 +187,9 @@ TEST_F(CLIEndToEndTest, ProjectResolution) {
   expectAll({
       {{"agent", "list-tools"}, 3, "", kRuntimeUnavailable},
       {{"agent", "list-tools", "--project", "  "}, 3, "", kRuntimeUnavailable},
-      {{"agent", "list-tools", "--project", "/does/not/exist"}, 2, "",
+      {{"agent", "list-tools", "--project", "/does/not/exist"},
+       2,
+       "",
        "Error: agent commands require an existing project directory.\n"},
   });
 
@@ -168,7 +198,9 @@ TEST_F(CLIEndToEndTest, ProjectResolution) {
   options_.environment["ZORVIK_PROJECT_PATH"] = projectPath();
   expectAll({{{"agent", "call", "list_tools"}, 0, "{\n  \"tools\" : [", ""}});
   options_.environment["ZORVIK_PROJECT_PATH"] = "/does/not/exist";
-  expectAll({{{"agent", "list-tools"}, 2, "",
+  expectAll({{{"agent", "list-tools"},
+              2,
+              "",
               "Error: agent commands require an existing project directory.\n"}});
   // An explicit path wins over the environment.
   expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "list_tools: ", ""}});

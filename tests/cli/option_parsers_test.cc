@@ -34,7 +34,8 @@ TEST(OptionParsersTest, ToolInvocationRejectsBadCommandLines) {
   EXPECT_EQ(invoke({"x", "extra"}), "args: Unknown option: extra");
   EXPECT_EQ(invoke({"x", "--args-json", "{}", "--args-file", "/does/not/exist"}),
             "args: Use either --args-json or --args-file, not both.");
-  EXPECT_EQ(invoke({"x", "--args-json", "[1]"}), "args: agent call arguments must be a JSON object.");
+  EXPECT_EQ(invoke({"x", "--args-json", "[1]"}),
+            "args: agent call arguments must be a JSON object.");
   EXPECT_EQ(invoke({"x", "--args-json", "\"text\""}),
             "args: agent call arguments must be a JSON object.");
   EXPECT_TRUE(invoke({"x", "--args-json", "{"}).starts_with("json: Failed to parse --args-json: "));
@@ -45,10 +46,11 @@ TEST(OptionParsersTest, ToolInvocationRejectsBadCommandLines) {
 }
 
 TEST(OptionParsersTest, ToolInvocationReadsNamesArgumentsAndHelp) {
-  auto parsed = parseToolInvocationOptions(
-      "agent call", {" Get-Card-Content\n", "--project", "--odd", "--app", "A", "--project", "/p",
-                     "--args-json", R"({"mode":"full"})"},
-      HelpTopic::agent);
+  auto parsed =
+      parseToolInvocationOptions("agent call",
+                                 {" Get-Card-Content\n", "--project", "--odd", "--app", "A",
+                                  "--project", "/p", "--args-json", R"({"mode":"full"})"},
+                                 HelpTopic::agent);
   const auto& options = std::get<ToolInvocationOptions>(parsed);
   EXPECT_EQ(options.toolName, "get_card_content");
   EXPECT_EQ(options.projectPath, "/p");
@@ -75,19 +77,21 @@ TEST(OptionParsersTest, ArgumentsFileMustBeReadableUTF8JSON) {
   const auto broken = folder.write("broken.json", "{\"q\":").string();
   const auto list = folder.write("list.json", "[]").string();
 
-  auto parsed = parseToolInvocationOptions("agent call", {"t", "--args-file", good}, HelpTopic::agent);
+  auto parsed =
+      parseToolInvocationOptions("agent call", {"t", "--args-file", good}, HelpTopic::agent);
   EXPECT_EQ(std::get<ToolInvocationOptions>(parsed).arguments.compactJSONString(),
             R"({"query":"solar"})");
   const auto fromFile = [](const std::string& path) {
-    return failure([&] { parseToolInvocationOptions("agent call", {"t", "--args-file", path}, HelpTopic::agent); });
+    return failure([&] {
+      parseToolInvocationOptions("agent call", {"t", "--args-file", path}, HelpTopic::agent);
+    });
   };
   EXPECT_EQ(fromFile(latin1), "json: Unable to read UTF-8 text from " + latin1 + ".");
   EXPECT_TRUE(fromFile(broken).starts_with("json: Failed to parse JSON from " + broken + ": "));
   EXPECT_EQ(fromFile(list), "args: agent call arguments must be a JSON object.");
-  EXPECT_THROW(
-      parseToolInvocationOptions("agent call", {"t", "--args-file", folder.path() / "missing"},
-                                 HelpTopic::agent),
-      std::system_error);
+  EXPECT_THROW(parseToolInvocationOptions(
+                   "agent call", {"t", "--args-file", folder.path() / "missing"}, HelpTopic::agent),
+               std::system_error);
 }
 
 TEST(OptionParsersTest, ProjectValidateChecksPathFirstAndCountStrictly) {
@@ -106,13 +110,15 @@ TEST(OptionParsersTest, ProjectValidateChecksPathFirstAndCountStrictly) {
             "args: --max-diagnostics requires a positive integer.");
   EXPECT_EQ(validate({".", "other"}), "args: Unknown option: other");
 
-  auto parsed = parseProjectValidateOptions({"p", "--json", "--max-diagnostics", "+5", "--errors-only"});
+  auto parsed =
+      parseProjectValidateOptions({"p", "--json", "--max-diagnostics", "+5", "--errors-only"});
   const auto& options = std::get<ProjectValidateOptions>(parsed);
   EXPECT_EQ(options.projectPath, "p");
   EXPECT_TRUE(options.asJSON);
   EXPECT_FALSE(options.includeWarnings);
   EXPECT_EQ(options.maxDiagnostics, 5);
-  EXPECT_EQ(std::get<ProjectValidateOptions>(parseProjectValidateOptions({"p"})).maxDiagnostics, 200);
+  EXPECT_EQ(std::get<ProjectValidateOptions>(parseProjectValidateOptions({"p"})).maxDiagnostics,
+            200);
 }
 
 TEST(OptionParsersTest, SmallerParsers) {
@@ -124,12 +130,16 @@ TEST(OptionParsersTest, SmallerParsers) {
   EXPECT_EQ(failure([] { parseProjectCurrentOptions({"--app"}); }),
             "args: --app requires a bundle path value.");
 
-  auto details = parseAgentToolDetailsOptions({"Create-Cards", "--card-type", "  table ", "--json"});
+  auto details =
+      parseAgentToolDetailsOptions({"Create-Cards", "--card-type", "  table ", "--json"});
   EXPECT_EQ(std::get<AgentToolDetailsOptions>(details).toolName, "create_cards");
   EXPECT_EQ(std::get<AgentToolDetailsOptions>(details).cardType, "table");
-  EXPECT_EQ(failure([] { parseAgentToolDetailsOptions({"t", "--card-type"}); }),
+  EXPECT_EQ(failure([] {
+              parseAgentToolDetailsOptions({"t", "--card-type"});
+            }),
             "args: --card-type requires a value.");
-  EXPECT_EQ(failure([] { parseAgentToolDetailsOptions({}); }), "args: tool-details requires a tool name.");
+  EXPECT_EQ(failure([] { parseAgentToolDetailsOptions({}); }),
+            "args: tool-details requires a tool name.");
 
   EXPECT_EQ(std::get<HelpRequest>(parseAgentListToolsOptions({"--project", "p", "-h"})),
             (HelpRequest{HelpTopic::agent, false}));
@@ -137,7 +147,9 @@ TEST(OptionParsersTest, SmallerParsers) {
             "args: Unknown option: --verbose");
 
   // The whole list is walked before anything runs: a later bad token fails even after help.
-  EXPECT_EQ(failure([] { parseFlagOnlyOptions({"--help", "--bogus"}); }),
+  EXPECT_EQ(failure([] {
+              parseFlagOnlyOptions({"--help", "--bogus"});
+            }),
             "args: Unknown option: --bogus");
   const auto flags = parseFlagOnlyOptions({"help", "--json"});
   EXPECT_TRUE(flags.help);

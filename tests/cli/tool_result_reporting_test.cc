@@ -58,7 +58,8 @@ TEST(ToolResultReportingTest, InvocationErrorsNameTheToolAndTheCause) {
             "agent tool-details grep_cards --json` for exact schema and examples.");
   const std::runtime_error plain("grep_cards query must be non-empty.");
   EXPECT_EQ(describeDecodingError(plain), "grep_cards query must be non-empty.");
-  const auto corrupted = DecodingError::dataCorrupted({CodingKey::key("a"), CodingKey::index(2)}, "Bad");
+  const auto corrupted =
+      DecodingError::dataCorrupted({CodingKey::key("a"), CodingKey::index(2)}, "Bad");
   EXPECT_EQ(describeDecodingError(corrupted), "Bad at a.[2]");
 }
 

@@ -37,8 +37,7 @@ std::vector<std::string> buildEnvironment(const ProcessOptions& options) {
 }  // namespace
 
 ProcessResult runProcess(const std::filesystem::path& program,
-                         const std::vector<std::string>& arguments,
-                         const ProcessOptions& options) {
+                         const std::vector<std::string>& arguments, const ProcessOptions& options) {
   int out[2], err[2];
   if (pipe2(out, O_CLOEXEC) != 0 || pipe2(err, O_CLOEXEC) != 0) {
     throw std::runtime_error("pipe failed");

@@ -22,13 +22,15 @@ struct ProcessOptions {
   std::map<std::string, std::optional<std::string>> environment;
 };
 
-ProcessResult runProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+ProcessResult runProcess(const std::filesystem::path& program,
+                         const std::vector<std::string>& arguments,
                          const ProcessOptions& options = {});
 
 // The built `zorvik` executable.
 std::filesystem::path zorvikExecutable();
 
 // Runs the built `zorvik` with `arguments`.
-ProcessResult runZorvik(const std::vector<std::string>& arguments, const ProcessOptions& options = {});
+ProcessResult runZorvik(const std::vector<std::string>& arguments,
+                        const ProcessOptions& options = {});
 
 }  // namespace zorvik::testing

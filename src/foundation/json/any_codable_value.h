@@ -2,8 +2,9 @@
 // examples and card payloads.
 //
 // A value is one of null, bool, int (64-bit), double, string, array or object. Objects keep unique
-// keys sorted by their UTF-8 bytes; insertion order is not kept, so every writer prints keys sorted.
-// Values are plain copyable data; concurrent reads of one value are safe, writes need the owner's lock.
+// keys sorted by their UTF-8 bytes; insertion order is not kept, so every writer prints keys
+// sorted. Values are plain copyable data; concurrent reads of one value are safe, writes need the
+// owner's lock.
 #pragma once
 
 #include <concepts>
@@ -67,8 +68,8 @@ class AnyCodableValue {
   AnyCodableValue(std::nullptr_t) {}
   AnyCodableValue(bool value) : storage_(value) {}
   template <std::integral T>
-    requires(!std::same_as<T, bool>)
-  AnyCodableValue(T value) : storage_(static_cast<int64_t>(value)) {}
+  requires(!std::same_as<T, bool>) AnyCodableValue(T value)
+      : storage_(static_cast<int64_t>(value)) {}
   AnyCodableValue(double value) : storage_(value) {}
   AnyCodableValue(const char* value) : storage_(std::string(value)) {}
   AnyCodableValue(std::string_view value) : storage_(std::string(value)) {}
@@ -81,8 +82,8 @@ class AnyCodableValue {
   static AnyCodableValue number(double value);
 
   // Parses JSON text. Text that is not UTF-8 throws DomainError("AnyCodableValue", 1,
-  // "Invalid UTF-8 string"); malformed JSON throws DecodingError (data corrupted). Numbers without a
-  // fraction, and integral numbers that fit 64 bits, become `int`.
+  // "Invalid UTF-8 string"); malformed JSON throws DecodingError (data corrupted). Numbers without
+  // a fraction, and integral numbers that fit 64 bits, become `int`.
   static AnyCodableValue parse(std::string_view text);
 
   // Pretty JSON text with sorted keys; nullopt when the value holds a non-finite double.

@@ -25,7 +25,9 @@ template <class E>
 struct EnumRawValues;
 
 template <class E>
-concept RawValueEnum = std::is_enum_v<E> && requires { EnumRawValues<E>::table; };
+concept RawValueEnum = std::is_enum_v<E> && requires {
+  EnumRawValues<E>::table;
+};
 
 template <RawValueEnum E>
 std::string_view rawValue(E value) {

@@ -16,9 +16,7 @@ struct CodingKey {
   std::optional<int> intValue;
 
   static CodingKey key(std::string name) { return {std::move(name), std::nullopt}; }
-  static CodingKey index(int position) {
-    return {"Index " + std::to_string(position), position};
-  }
+  static CodingKey index(int position) { return {"Index " + std::to_string(position), position}; }
   bool operator==(const CodingKey&) const = default;
 };
 
@@ -60,10 +58,11 @@ class DecodingError : public std::exception {
 };
 
 // The user-facing wording of a decoding error:
-//   type mismatch   "Type mismatch at <path> for <type>: <debug>"  or "Type mismatch for <type>: <debug>"
-//   value not found "Missing value at <path> for <type>: <debug>"  or "Missing value for <type>: <debug>"
-//   key not found   "Missing required key at <path>.<key>."        or "Missing required key '<key>'."
-//   data corrupted  "<debug> at <path>"                             or "<debug>"
+//   type mismatch   "Type mismatch at <path> for <type>: <debug>"  or "Type mismatch for <type>:
+//   <debug>" value not found "Missing value at <path> for <type>: <debug>"  or "Missing value for
+//   <type>: <debug>" key not found   "Missing required key at <path>.<key>."        or "Missing
+//   required key '<key>'." data corrupted  "<debug> at <path>"                             or
+//   "<debug>"
 std::string describeDecodingError(const DecodingError& error);
 
 }  // namespace zorvik

@@ -71,8 +71,8 @@ std::optional<std::string> markOversizeIntegersAsDoubles(std::string_view text) 
       size_t end = i + (c == '-' ? 1 : 0);
       while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
       const size_t digits = end - i - (c == '-' ? 1 : 0);
-      const bool integral = end >= text.size() || (text[end] != '.' && text[end] != 'e' &&
-                                                   text[end] != 'E');
+      const bool integral =
+          end >= text.size() || (text[end] != '.' && text[end] != 'e' && text[end] != 'E');
       rewritten.append(text.substr(i, end - i));
       while (end < text.size() && std::strchr("0123456789.eE+-", text[end])) {
         rewritten += text[end++];
@@ -92,8 +92,8 @@ std::optional<std::string> markOversizeIntegersAsDoubles(std::string_view text) 
 }
 
 [[noreturn]] void throwInvalidJSON(simdjson::error_code error) {
-  throw DecodingError::dataCorrupted(
-      {}, std::string("The given data was not valid JSON (") + simdjson::error_message(error) + ").");
+  throw DecodingError::dataCorrupted({}, std::string("The given data was not valid JSON (") +
+                                             simdjson::error_message(error) + ").");
 }
 
 }  // namespace

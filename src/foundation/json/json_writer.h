@@ -1,8 +1,8 @@
 // The system's JSON writer. Keys come out sorted by UTF-8 bytes (the order JSONObject keeps).
 // Pretty form indents by two spaces and writes `"key" : value`; compact form has no white space.
 // Strings escape `"`, `\`, `/` (as `\/`) and control characters and are otherwise written as UTF-8;
-// bytes that are not valid UTF-8 are written as U+FFFD. Integers print as integers; doubles print in
-// the shortest form that reads back equal, integral ones without a fraction.
+// bytes that are not valid UTF-8 are written as U+FFFD. Integers print as integers; doubles print
+// in the shortest form that reads back equal, integral ones without a fraction.
 #pragma once
 
 #include <optional>

@@ -12,13 +12,19 @@ namespace {
 
 std::string describeKind(const AnyCodableValue& value) {
   switch (value.kind()) {
-    case AnyCodableValue::Kind::null: return "null";
-    case AnyCodableValue::Kind::boolean: return "a boolean";
+    case AnyCodableValue::Kind::null:
+      return "null";
+    case AnyCodableValue::Kind::boolean:
+      return "a boolean";
     case AnyCodableValue::Kind::integer:
-    case AnyCodableValue::Kind::number: return "a number";
-    case AnyCodableValue::Kind::string: return "a string";
-    case AnyCodableValue::Kind::array: return "an array";
-    case AnyCodableValue::Kind::object: return "a dictionary";
+    case AnyCodableValue::Kind::number:
+      return "a number";
+    case AnyCodableValue::Kind::string:
+      return "a string";
+    case AnyCodableValue::Kind::array:
+      return "an array";
+    case AnyCodableValue::Kind::object:
+      return "a dictionary";
   }
   return "a value";
 }

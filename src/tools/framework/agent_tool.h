@@ -17,7 +17,8 @@ class AgentTool {
  public:
   virtual ~AgentTool() = default;
   virtual const AgentToolSpec& spec() const = 0;
-  virtual AnyCodableValue run(const AnyCodableValue& input, const AgentToolContext& context) const = 0;
+  virtual AnyCodableValue run(const AnyCodableValue& input,
+                              const AgentToolContext& context) const = 0;
 };
 
 class AnyAgentTool final : public AgentTool {
@@ -28,7 +29,8 @@ class AnyAgentTool final : public AgentTool {
       : spec_(std::move(spec)), handler_(std::move(handler)) {}
 
   const AgentToolSpec& spec() const override { return spec_; }
-  AnyCodableValue run(const AnyCodableValue& input, const AgentToolContext& context) const override {
+  AnyCodableValue run(const AnyCodableValue& input,
+                      const AgentToolContext& context) const override {
     return handler_(input, context);
   }
 

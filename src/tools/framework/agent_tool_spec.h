@@ -29,10 +29,10 @@ struct EnumRawValues<AgentToolExecutionMode> {
 struct AgentToolSpec {
   std::string name;
   std::string summary;
-  std::optional<AnyCodableValue> inputSchema;            // "input_schema"
-  std::optional<AnyCodableValue> outputSchema;           // "output_schema"
+  std::optional<AnyCodableValue> inputSchema;                // "input_schema"
+  std::optional<AnyCodableValue> outputSchema;               // "output_schema"
   std::optional<std::vector<std::string>> mediaOutputPaths;  // "media_output_paths"
-  std::optional<std::vector<AnyCodableValue>> examples;  // each a complete input object
+  std::optional<std::vector<AnyCodableValue>> examples;      // each a complete input object
   std::optional<std::string> notes;
   std::optional<AgentToolExecutionMode> execution;
 

@@ -21,8 +21,9 @@ AgentToolSpec listToolsSpec() {
       .inputSchema = schema::object({}),
       .outputSchema = schema::object({{"tools", schema::array(toolEntry)}}, {"tools"}),
       .examples = std::vector<AnyCodableValue>{JSONObject{}},
-      .notes = "Use only when explicitly needed. In standard planner runs the tool catalog is "
-               "preloaded in prompt context.",
+      .notes =
+          "Use only when explicitly needed. In standard planner runs the tool catalog is "
+          "preloaded in prompt context.",
   };
 }
 

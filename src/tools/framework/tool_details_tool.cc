@@ -38,9 +38,8 @@ AgentToolSpec toolDetailsSpec() {
           {"summary", schema::string()},
           {"input_schema", schema::typed("object")},
           {"output_schema", schema::typed("object")},
-          {"media_output_paths",
-           JSONObject{{"type", AnyCodableValue::Array{"array", "null"}},
-                      {"items", schema::string()}}},
+          {"media_output_paths", JSONObject{{"type", AnyCodableValue::Array{"array", "null"}},
+                                            {"items", schema::string()}}},
           {"examples", schema::typed("array")},
           {"notes", schema::string()},
           {"execution", schema::stringEnum({"serial", "parallel"})},
@@ -105,10 +104,9 @@ std::optional<std::vector<AnyCodableValue>> filterExamples(
     return std::nullopt;
   }
   std::vector<AnyCodableValue> kept;
-  std::copy_if(examples.begin(), examples.end(), std::back_inserter(kept),
-               [&](const AnyCodableValue& example) {
-                 return exampleMatches(example, toolName, cardType);
-               });
+  std::copy_if(
+      examples.begin(), examples.end(), std::back_inserter(kept),
+      [&](const AnyCodableValue& example) { return exampleMatches(example, toolName, cardType); });
   return kept;
 }
 
@@ -128,8 +126,7 @@ AgentToolSpec filterSpec(const AgentToolSpec& spec, std::string_view toolName,
 ToolDetailsTool::ToolDetailsTool(const AgentToolRegistry& registry)
     : registry_(registry), spec_(toolDetailsSpec()) {}
 
-AnyCodableValue ToolDetailsTool::run(const AnyCodableValue& input,
-                                     const AgentToolContext&) const {
+AnyCodableValue ToolDetailsTool::run(const AnyCodableValue& input, const AgentToolContext&) const {
   const auto request = decodeValue<ToolDetailsRequest>(input);
   auto found = registry_.spec(request.name);
   if (!found) throw AgentError::toolNotFound(request.name);

@@ -40,7 +40,8 @@ TEST(AnyCodableValueTest, ParsesAndRewritesEveryForm) {
       {"\"\\u0001\\t\\n\\\"\\\\\"", Kind::string, "\"\\u0001\\t\\n\\\"\\\\\""},
       {"[]", Kind::array, "[]"},
       {" [1, [2, {}], \"x\"] ", Kind::array, "[1,[2,{}],\"x\"]"},
-      {"{\"b\":1,\"a\":{\"d\":[],\"c\":null}}", Kind::object, "{\"a\":{\"c\":null,\"d\":[]},\"b\":1}"},
+      {"{\"b\":1,\"a\":{\"d\":[],\"c\":null}}", Kind::object,
+       "{\"a\":{\"c\":null,\"d\":[]},\"b\":1}"},
       {"{\"k\":1,\"k\":2}", Kind::object, "{\"k\":2}"},
       // Keys sort by UTF-8 bytes: upper case before lower case, non-ASCII last.
       {"{\"\xC3\xA9\":1,\"b\":2,\"B\":3}", Kind::object, "{\"B\":3,\"b\":2,\"\xC3\xA9\":1}"},
@@ -106,8 +107,11 @@ TEST(AnyCodableValueTest, WriterHandlesNumbersAndBadText) {
   EXPECT_EQ(writeJSON(AnyCodableValue(std::nan("")), JSONStyle::compact), std::nullopt);
   EXPECT_EQ(AnyCodableValue(JSONObject{{"x", 1.0 / 0.0}}).jsonString(), std::nullopt);
   // Invalid UTF-8 inside a string comes out as U+FFFD, so the output is always valid JSON.
-  EXPECT_EQ(writeJSON(AnyCodableValue(std::string("a\xFF" "b\xE2\x82")), JSONStyle::compact),
-            "\"a\xEF\xBF\xBD" "b\xEF\xBF\xBD\xEF\xBF\xBD\"");
+  EXPECT_EQ(writeJSON(AnyCodableValue(std::string("a\xFF"
+                                                  "b\xE2\x82")),
+                      JSONStyle::compact),
+            "\"a\xEF\xBF\xBD"
+            "b\xEF\xBF\xBD\xEF\xBF\xBD\"");
 }
 
 TEST(AnyCodableValueTest, ObjectsKeepUniqueSortedKeysUnderMutation) {

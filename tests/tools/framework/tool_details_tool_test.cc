@@ -69,7 +69,8 @@ TEST_F(ToolDetailsToolTest, FiltersExamplesByCardType) {
     SCOPED_TRACE(test.input);
     const AnyCodableValue answer = details(test.input);
     EXPECT_EQ(answer.member("examples")->compactJSONString(), test.examples);
-    EXPECT_TRUE(answer.member("notes")->asString()->starts_with("Filtered examples for card_type="));
+    EXPECT_TRUE(
+        answer.member("notes")->asString()->starts_with("Filtered examples for card_type="));
     EXPECT_TRUE(answer.member("notes")->asString()->ends_with(". Original notes."));
   }
 }
