@@ -144,53 +144,60 @@ void appendJSONString(std::string& out, std::string_view text) {
   out += '"';
   size_t i = 0;
   while (i < text.size()) {
+    // Copy the longest run of bytes that need no escaping and no validation in one append.
+    size_t run = i;
+    while (run < text.size()) {
+      const unsigned char c = static_cast<unsigned char>(text[run]);
+      if (c < 0x20 || c >= 0x80 || c == '"' || c == '\\' || c == '/') break;
+      ++run;
+    }
+    out.append(text.data() + i, run - i);
+    i = run;
+    if (i >= text.size()) break;
+
     const unsigned char c = static_cast<unsigned char>(text[i]);
-    if (c < 0x80) {
-      switch (c) {
-        case '"':
-          out += "\\\"";
-          break;
-        case '\\':
-          out += "\\\\";
-          break;
-        case '/':
-          out += "\\/";
-          break;
-        case '\b':
-          out += "\\b";
-          break;
-        case '\f':
-          out += "\\f";
-          break;
-        case '\n':
-          out += "\\n";
-          break;
-        case '\r':
-          out += "\\r";
-          break;
-        case '\t':
-          out += "\\t";
-          break;
-        default:
-          if (c < 0x20) {
-            out += "\\u00";
-            out += kHex[c >> 4];
-            out += kHex[c & 0xF];
-          } else {
-            out += static_cast<char>(c);
-          }
+    if (c >= 0x80) {
+      const size_t length = validSequenceLength(text, i);
+      if (length == 0) {
+        out += kReplacementCharacter;
+        ++i;
+      } else {
+        out.append(text.data() + i, length);
+        i += length;
       }
-      ++i;
       continue;
     }
-    const size_t length = validSequenceLength(text, i);
-    if (length == 0) {
-      out += kReplacementCharacter;
-      ++i;
-    } else {
-      out.append(text.substr(i, length));
-      i += length;
+    switch (c) {
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '/':
+        out += "\\/";
+        break;
+      case '\b':
+        out += "\\b";
+        break;
+      case '\f':
+        out += "\\f";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      default:
+        out += "\\u00";
+        out += kHex[c >> 4];
+        out += kHex[c & 0xF];
     }
+    ++i;
   }
   out += '"';
 }
