@@ -3,26 +3,14 @@
 #include "cli/project_discovery.h"
 #include "cli/tool_result_reporting.h"
 #include "cli/zorvik_cli_error.h"
-#include "foundation/atomic_file.h"
-#include "foundation/json/value_decoder.h"
 #include "tools/framework/list_tools_tool.h"
 #include "tools/framework/tool_details_tool.h"
-#include "workspace_store/filesystem_workspace_state.h"
+#include "workspace_store/cli_workspace_cards_loader.h"
 
 namespace zorvik {
 namespace {
 
 constexpr int kAgentCallFailureStatus = 8;
-
-// Reads and decodes `.zorvik/workspace.json`; a project without one is an empty board.
-void loadBoardDocument(const std::filesystem::path& projectURL) {
-  const std::filesystem::path document = projectURL / ".zorvik" / "workspace.json";
-  std::error_code error;
-  if (!std::filesystem::exists(document, error)) return;
-  auto text = readFileContents(document);
-  if (!text) throw std::runtime_error("Unable to read " + document.string() + ".");
-  decodeValue<FilesystemWorkspaceState>(AnyCodableValue::parse(*text));
-}
 
 std::string stringMember(const AnyCodableValue& value, std::string_view key) {
   const AnyCodableValue* member = value.member(key);
@@ -32,8 +20,9 @@ std::string stringMember(const AnyCodableValue& value, std::string_view key) {
 }  // namespace
 
 std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem::path& projectURL) {
+  CLIWorkspaceLoadedBoard board;
   try {
-    loadBoardDocument(projectURL);
+    board = CLIWorkspaceCardsLoader::loadBoard(projectURL, WorkspaceProjectSnapshotStore());
   } catch (const std::exception& error) {
     throw ZorvikCLIError::invalidArguments(std::string("Failed to load project cards: ") +
                                            error.what());

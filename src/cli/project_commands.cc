@@ -5,6 +5,7 @@
 
 #include "cli/project_discovery.h"
 #include "cli/zorvik_cli_error.h"
+#include "foundation/standardized_path.h"
 
 namespace zorvik {
 namespace {

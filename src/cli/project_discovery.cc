@@ -4,6 +4,7 @@
 
 #include "cli/zorvik_cli_error.h"
 #include "foundation/json/value_encoder.h"
+#include "foundation/standardized_path.h"
 #include "foundation/text.h"
 
 namespace zorvik {
@@ -18,16 +19,6 @@ AnyCodableValue DiscoveredProject::encode() const {
       .add("bundleIdentifier", bundleIdentifier)
       .add("processID", processID)
       .build();
-}
-
-std::filesystem::path standardizedPath(const std::filesystem::path& path) {
-  std::error_code error;
-  std::filesystem::path absolute = std::filesystem::absolute(path, error);
-  if (error) absolute = path;
-  std::filesystem::path normal = absolute.lexically_normal();
-  // "a/b/" normalises to "a/b/" with an empty last element; drop it.
-  if (normal.has_relative_path() && normal.filename().empty()) normal = normal.parent_path();
-  return normal;
 }
 
 std::optional<DiscoveredProject> discoverCurrentProject(const std::optional<std::string>&) {

@@ -35,7 +35,4 @@ std::optional<DiscoveredProject> discoverCurrentProject(
 std::filesystem::path resolveAgentProjectURL(const std::optional<std::string>& explicitPath,
                                              const std::optional<std::string>& appBundlePath);
 
-// An absolute, lexically normal path; symlinks are not resolved.
-std::filesystem::path standardizedPath(const std::filesystem::path& path);
-
 }  // namespace zorvik

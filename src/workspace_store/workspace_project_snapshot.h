@@ -11,6 +11,7 @@
 #include "workspace_store/card_record.h"
 #include "workspace_store/folder_record.h"
 #include "workspace_store/project_metadata.h"
+#include "workspace_store/workspace_compile_diagnostic.h"
 #include "workspace_store/workspace_project_storage_mode.h"
 
 namespace zorvik {
@@ -20,9 +21,10 @@ struct WorkspaceProjectSnapshot {
   WorkspaceProjectStorageMode storageMode = WorkspaceProjectStorageMode::filesystem;
   ProjectMetadata metadata;
   std::vector<FolderRecord> folders;
-  std::vector<CardRecord> cards;   // in entry order, entries that failed to resolve left out
-  int checkedFiles = 0;            // how many files were read
-  std::string projectFingerprint;  // lower-case hexadecimal SHA-256
+  std::vector<CardRecord> cards;  // in entry order, entries that failed to resolve left out
+  std::vector<WorkspaceCompileDiagnostic> loadDiagnostics;  // entries that failed to resolve
+  int checkedFiles = 0;                                     // how many files were read
+  std::string projectFingerprint;                           // lower-case hexadecimal SHA-256
 
   bool operator==(const WorkspaceProjectSnapshot&) const = default;
 };

@@ -212,13 +212,15 @@ TEST_F(CLIEndToEndTest, ABoardThatDoesNotLoadFailsEveryAgentCommand) {
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_EQ(result.standardOutput, "");
   EXPECT_EQ(result.standardError,
-            "Error: Failed to load project cards: Missing required key 'projectId'.\n");
+            "Error: Failed to load project cards: Failed to decode .zorvik/workspace.json: Missing "
+            "required key 'projectId'.\n");
 
   project_.write(".zorvik/workspace.json", "{ not json");
   const ProcessResult garbled = run({"agent", "call", "list_tools", "--project", projectPath()});
   EXPECT_EQ(garbled.exitCode, 2);
   EXPECT_TRUE(garbled.standardError.starts_with(
-      "Error: Failed to load project cards: The given data was not valid JSON"));
+      "Error: Failed to load project cards: Failed to decode .zorvik/workspace.json: The given "
+      "data was not valid JSON"));
 
   // A folder without a workspace document is an empty board.
   TempDirectory bare;

@@ -1,0 +1,61 @@
+// Snapshot load of synthetic boards beside the floor: reading and hashing the same files with
+// OpenSSL's SHA-256 and nothing else. Boards come from $ZORVIK_BENCH_BOARDS/board-<n> (made by
+// bench/snapshot_load.sh with generate_board).
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "foundation/atomic_file.h"
+#include "foundation/sha256.h"
+#include "workspace_store/workspace_project_snapshot_store.h"
+
+namespace {
+
+std::filesystem::path boardPath(int64_t cards) {
+  const char* root = std::getenv("ZORVIK_BENCH_BOARDS");
+  return std::filesystem::path(root ? root : "build/bench/boards") /
+         ("board-" + std::to_string(cards));
+}
+
+std::vector<std::filesystem::path> boardFiles(const std::filesystem::path& root) {
+  std::vector<std::filesystem::path> files;
+  for (const auto& item : std::filesystem::recursive_directory_iterator(root)) {
+    if (item.is_regular_file()) files.push_back(item.path());
+  }
+  return files;
+}
+
+void BM_FloorReadAndHash(benchmark::State& state) {
+  const auto files = boardFiles(boardPath(state.range(0)));
+  for (auto _ : state) {
+    for (const auto& file : files) {
+      auto bytes = zorvik::readFileContents(file);
+      benchmark::DoNotOptimize(zorvik::sha256Hex(*bytes));
+    }
+  }
+  state.counters["files"] = double(files.size());
+}
+
+void BM_SnapshotLoad(benchmark::State& state) {
+  const auto root = boardPath(state.range(0));
+  const zorvik::WorkspaceProjectSnapshotStore store;
+  size_t cards = 0;
+  for (auto _ : state) {
+    auto snapshot = store.load(root);
+    cards = snapshot.cards.size();
+    if (!snapshot.loadDiagnostics.empty()) state.SkipWithError("board has load diagnostics");
+    benchmark::DoNotOptimize(snapshot);
+  }
+  state.counters["cards_per_second"] =
+      benchmark::Counter(double(cards) * double(state.iterations()), benchmark::Counter::kIsRate);
+}
+
+BENCHMARK(BM_FloorReadAndHash)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SnapshotLoad)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

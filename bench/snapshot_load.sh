@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Snapshot load of synthetic 1k/10k/50k-card boards beside the floor (read + SHA-256 of the same
+# files), and peak memory of one load beside the board's size. Goals: at most 1.5x the floor at 10k
+# cards; peak memory at most 3x the board's bytes.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build/bench -DCMAKE_BUILD_TYPE=Release -DZORVIK_BUILD_TESTS=OFF -DZORVIK_BUILD_BENCH=ON >/dev/null
+cmake --build build/bench --target generate_board snapshot_benchmark load_board -j2 >/dev/null
+export ZORVIK_BENCH_BOARDS="${ZORVIK_BENCH_BOARDS:-build/bench/boards}"
+for n in 1000 10000 50000; do
+  board="$ZORVIK_BENCH_BOARDS/board-$n"
+  [ -f "$board/.zorvik/workspace.json" ] || build/bench/bin/generate_board "$board" "$n"
+done
+build/bench/bin/snapshot_benchmark --benchmark_min_time=1 "$@"
+for n in 1000 10000 50000; do
+  board="$ZORVIK_BENCH_BOARDS/board-$n"
+  bytes=$(du -sb --apparent-size "$board" | cut -f1)
+  peak=$( { /usr/bin/time -f "%M" build/bench/bin/load_board "$board" >/dev/null; } 2>&1 | tail -n 1)
+  echo "board-$n: $bytes bytes on disk, peak RSS ${peak} KiB ($(( peak * 1024 * 100 / bytes ))% of the board)"
+done

@@ -1,0 +1,285 @@
+#include "workspace_store/workspace_project_snapshot_store.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "foundation/file_url.h"
+#include "foundation/json/value_decoder.h"
+#include "foundation/sha256.h"
+#include "foundation/standardized_path.h"
+#include "foundation/text.h"
+#include "workspace_store/filesystem_workspace_state.h"
+#include "workspace_store/legacy_filesystem_link_card_document.h"
+#include "workspace_store/link_markdown/filesystem_markdown_link_card_codec.h"
+#include "workspace_store/project_file_access.h"
+#include "workspace_store/stored_cards/csv_table.h"
+#include "workspace_store/stored_cards/stored_card_storage_error.h"
+#include "workspace_store/workspace_project_snapshot_error.h"
+
+namespace zorvik {
+namespace {
+
+constexpr std::string_view kDocumentPath = ".zorvik/workspace.json";
+constexpr std::string_view kCardHint =
+    "Repair the referenced content file or `.zorvik/workspace.json`, then re-run validation.";
+
+// What one entry resolved to.
+struct ResolvedEntry {
+  AnyCodableValue payload;
+  int fileCount = 0;
+  std::vector<std::string> fingerprintComponents;
+};
+
+std::string lowercaseExtension(const std::string& relativePath) {
+  return lowercased(std::filesystem::path(relativePath).extension().string());
+}
+
+std::string requireUTF8(std::string bytes, const std::string& displayPath) {
+  if (!isValidUTF8(bytes)) {
+    throw WorkspaceProjectSnapshotError::decodeFailed(displayPath, "Expected UTF-8 text.");
+  }
+  return bytes;
+}
+
+std::string fingerprintComponent(const std::string& path, std::string_view bytes) {
+  return path + ":" + sha256Hex(bytes);
+}
+
+// The base of an overlay: the entry's payload when it is an object, else an empty object.
+JSONObject basePayload(const AnyCodableValue& payload) {
+  const JSONObject* object = payload.asObject();
+  return object ? *object : JSONObject{};
+}
+
+// `base` with "type" set to `type` and the inner object `type` updated by `fields`.
+AnyCodableValue overlay(const AnyCodableValue& entryPayload, std::string_view type,
+                        std::vector<JSONObject::Entry> fields) {
+  JSONObject base = basePayload(entryPayload);
+  const AnyCodableValue* existing = base.find(type);
+  JSONObject inner = existing && existing->asObject() ? *existing->asObject() : JSONObject{};
+  for (auto& [key, value] : fields) inner.set(key, std::move(value));
+  base.set("type", type);
+  base.set(std::string(type), std::move(inner));
+  return base;
+}
+
+class EntryResolver {
+ public:
+  explicit EntryResolver(const ProjectFileAccess& files) : files_(files) {}
+
+  ResolvedEntry resolve(const FilesystemWorkspaceEntry& entry) const {
+    const std::string path = trimWhitespaceAndNewlines(entry.relativePath.value_or(""));
+    if (path.empty()) return {entry.payload, 0, {}};
+    const std::filesystem::path location = files_.entryLocation(path);
+
+    // A Markdown file is read once: its text decides between link and rich text.
+    std::optional<std::string> markdownBytes;
+    const std::string kind = entryKind(path, entry.kindRawValue, location, markdownBytes);
+    if (kind == "richText") return richText(entry, path, location, std::move(markdownBytes));
+    if (kind == "table") return table(entry, path, location);
+    if (kind == "link") return link(path, location, std::move(markdownBytes));
+    if (kind == "html") return html(entry, path, location);
+    return {entry.payload, 0, {}};
+  }
+
+ private:
+  std::string entryKind(const std::string& path, const std::string& preferredKind,
+                        const std::filesystem::path& location,
+                        std::optional<std::string>& markdownBytes) const {
+    if (files_.isDirectory(location)) {
+      std::error_code error;
+      const bool hasIndex = std::filesystem::exists(location / "index.html", error);
+      return preferredKind == "html" || hasIndex ? "html" : "folder";
+    }
+    if (lowercased(std::filesystem::path(path).filename().string()).ends_with(".link.json")) {
+      return "link";
+    }
+    const std::string extension = lowercaseExtension(path);
+    if (extension == ".md" || extension == ".markdown") {
+      try {
+        markdownBytes = files_.read(location, path);
+      } catch (const WorkspaceProjectSnapshotError&) {
+        return "richText";  // fails again, with its reason, when read as rich text
+      }
+      if (isValidUTF8(*markdownBytes) &&
+          FilesystemMarkdownLinkCardCodec::decodeIfPresent(*markdownBytes)) {
+        return "link";
+      }
+      return "richText";
+    }
+    if (extension == ".txt") return "richText";
+    if (extension == ".csv") return "table";
+    return preferredKind;
+  }
+
+  ResolvedEntry richText(const FilesystemWorkspaceEntry& entry, const std::string& path,
+                         const std::filesystem::path& location,
+                         std::optional<std::string> bytes) const {
+    if (!bytes) bytes = files_.read(location, path);
+    std::string component = fingerprintComponent(path, *bytes);
+    std::string text = requireUTF8(std::move(*bytes), path);
+    AnyCodableValue payload =
+        overlay(entry.payload, "richText",
+                {{"markdown", std::move(text)}, {"sourceURL", fileURLString(location)}});
+    return {std::move(payload), 1, {std::move(component)}};
+  }
+
+  ResolvedEntry table(const FilesystemWorkspaceEntry& entry, const std::string& path,
+                      const std::filesystem::path& location) const {
+    const std::string bytes = files_.read(location, path);
+    std::optional<ParsedCSV> parsed;
+    try {
+      if (isValidUTF8(bytes)) parsed = parseCSV(path, bytes);
+    } catch (const StoredCardStorageError&) {
+    }
+    if (!parsed) {
+      throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
+    }
+    AnyCodableValue::Array rows;
+    rows.reserve(parsed->rows.size());
+    for (auto& row : parsed->rows)
+      rows.emplace_back(AnyCodableValue::Array(row.begin(), row.end()));
+    AnyCodableValue columns(AnyCodableValue::Array(parsed->columns.begin(), parsed->columns.end()));
+    AnyCodableValue payload = overlay(entry.payload, "table",
+                                      {{"columns", std::move(columns)}, {"rows", std::move(rows)}});
+    return {std::move(payload), 1, {fingerprintComponent(path, bytes)}};
+  }
+
+  ResolvedEntry link(const std::string& path, const std::filesystem::path& location,
+                     std::optional<std::string> bytes) const {
+    if (!bytes) bytes = files_.read(location, path);
+    std::string component = fingerprintComponent(path, *bytes);
+    LegacyFilesystemLinkCardDocument document;
+    const bool isLegacyJSON =
+        lowercased(std::filesystem::path(path).filename().string()).ends_with(".link.json");
+    try {
+      if (isLegacyJSON) {
+        document = decodeValue<LegacyFilesystemLinkCardDocument>(AnyCodableValue::parse(*bytes));
+      } else {
+        const std::string text = requireUTF8(std::move(*bytes), path);
+        document = LegacyFilesystemLinkCardDocument::fromMarkdown(
+            FilesystemMarkdownLinkCardCodec::decode(text));
+      }
+    } catch (const WorkspaceProjectSnapshotError&) {
+      throw;
+    } catch (const std::exception& error) {
+      throw WorkspaceProjectSnapshotError::decodeFailed(path, error.what());
+    }
+    return {document.linkRuntimePayload(), 1, {std::move(component)}};
+  }
+
+  ResolvedEntry html(const FilesystemWorkspaceEntry& entry, const std::string& path,
+                     const std::filesystem::path& location) const {
+    ResolvedEntry resolved;
+    std::vector<JSONObject::Entry> fields;
+    const std::pair<const char*, const char*> sources[] = {
+        {"index.html", "html"}, {"styles.css", "css"}, {"script.js", "js"}};
+    for (const auto& [fileName, key] : sources) {
+      const std::string displayPath = path + "/" + fileName;
+      std::optional<std::string> bytes = files_.readIfPresent(location / fileName, displayPath);
+      if (!bytes) {
+        if (std::string_view(key) == "html") {
+          throw WorkspaceProjectSnapshotError::decodeFailed(path,
+                                                            "HTML folder is missing index.html.");
+        }
+        fields.emplace_back(key, "");
+        continue;
+      }
+      resolved.fingerprintComponents.push_back(fingerprintComponent(displayPath, *bytes));
+      ++resolved.fileCount;
+      fields.emplace_back(key, requireUTF8(std::move(*bytes), displayPath));
+    }
+    resolved.payload = overlay(entry.payload, "html", std::move(fields));
+    return resolved;
+  }
+
+  const ProjectFileAccess& files_;
+};
+
+// The document of a folder without `.zorvik/workspace.json`: an empty board whose identity is the
+// hash of its standardised path.
+FilesystemWorkspaceState emptyProjectDocument(const std::filesystem::path& root) {
+  FilesystemWorkspaceState document;
+  document.version = 1;
+  document.projectId = sha256Hex(root.string());
+  document.createdAt = Date{};
+  document.updatedAt = Date{};
+  document.uiState.backgroundStyle = "Dots";
+  return document;
+}
+
+WorkspaceCompileDiagnostic cardDiagnostic(const FilesystemWorkspaceEntry& entry,
+                                          const std::string& message) {
+  const std::string path = entry.relativePath && !entry.relativePath->empty()
+                               ? *entry.relativePath
+                               : CardRecord::inlinePath(entry.id);
+  return WorkspaceCompileDiagnostic{
+      .severity = WorkspaceCompileSeverity::error,
+      .code = "parse.card",
+      .message = message,
+      .path = path,
+      .cardID = entry.id,
+      .hint = std::string(kCardHint),
+      .owner = WorkspaceCompileDiagnosticOwner::user,
+      .actionability = WorkspaceCompileDiagnosticActionability::fixable,
+  };
+}
+
+}  // namespace
+
+WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
+    const std::filesystem::path& projectURL) const {
+  const ProjectFileAccess files(projectURL);
+  const std::filesystem::path documentLocation = files.root() / kDocumentPath;
+
+  WorkspaceProjectSnapshot snapshot;
+  std::vector<std::string> fingerprint;
+  FilesystemWorkspaceState document;
+  std::error_code error;
+  if (std::filesystem::exists(documentLocation, error)) {
+    const std::string bytes = files.read(documentLocation, std::string(kDocumentPath));
+    try {
+      document = decodeValue<FilesystemWorkspaceState>(AnyCodableValue::parse(bytes));
+    } catch (const std::exception& decodeError) {
+      throw WorkspaceProjectSnapshotError::decodeFailed(std::string(kDocumentPath),
+                                                        decodeError.what());
+    }
+    snapshot.checkedFiles = 1;
+    fingerprint.push_back(fingerprintComponent(std::string(kDocumentPath), bytes));
+  } else {
+    document = emptyProjectDocument(files.root());
+  }
+
+  const EntryResolver resolver(files);
+  snapshot.cards.reserve(document.entries.size());
+  for (const FilesystemWorkspaceEntry& entry : document.entries) {
+    try {
+      ResolvedEntry resolved = resolver.resolve(entry);
+      if (snapshot.checkedFiles > std::numeric_limits<int>::max() - resolved.fileCount) {
+        std::abort();  // more files than a board can hold; the count must not wrap
+      }
+      snapshot.checkedFiles += resolved.fileCount;
+      for (auto& component : resolved.fingerprintComponents) {
+        fingerprint.push_back(std::move(component));
+      }
+      snapshot.cards.push_back(CardRecord::fromEntry(entry, std::move(resolved.payload)));
+    } catch (const std::exception& entryError) {
+      snapshot.loadDiagnostics.push_back(cardDiagnostic(entry, entryError.what()));
+    }
+  }
+
+  snapshot.metadata = ProjectMetadata::fromDocument(document);
+  snapshot.folders = {FolderRecord::rootFromDocument(document)};
+  std::sort(fingerprint.begin(), fingerprint.end());
+  std::string joined;
+  for (size_t i = 0; i < fingerprint.size(); ++i) {
+    if (i) joined += '\n';
+    joined += fingerprint[i];
+  }
+  snapshot.projectFingerprint = sha256Hex(joined);
+  snapshot.storageMode = WorkspaceProjectStorageMode::filesystem;
+  snapshot.rootURL = projectURL;
+  return snapshot;
+}
+
+}  // namespace zorvik
