@@ -18,10 +18,6 @@ namespace {
 
 }  // namespace
 
-void printCurrentProject(const ProjectCurrentOptions&, std::ostream&) {
-  throwNotAvailable("project current");
-}
-
 void runProjectValidate(const ProjectValidateOptions& options, std::ostream&) {
   std::error_code error;
   if (!std::filesystem::is_directory(standardizedPath(options.projectPath), error)) {
@@ -38,7 +34,5 @@ void runProjectInspect(const InspectOptions&, std::ostream&) {
 void runRuntimeInspect(const InspectOptions&, std::ostream&) {
   throwNotAvailable("runtime inspect");
 }
-
-void runDoctor(const FlagOnlyOptions&, std::ostream&) { throwNotAvailable("doctor"); }
 
 }  // namespace zorvik

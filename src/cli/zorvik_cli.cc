@@ -1,6 +1,7 @@
 #include "cli/zorvik_cli.h"
 
 #include "cli/agent_commands.h"
+#include "cli/discovery_commands.h"
 #include "cli/help_documents.h"
 #include "cli/project_commands.h"
 #include "cli/version_info.h"

@@ -1,0 +1,1 @@
+target_sources(zorvik_tools_cards PRIVATE toolkit_placeholder.cc)
