@@ -1,5 +1,7 @@
 #include "foundation/text.h"
 
+#include <cstring>
+
 #include <unicode/brkiter.h>
 #include <unicode/coll.h>
 #include <unicode/locid.h>
@@ -11,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace zorvik {
@@ -138,6 +141,15 @@ bool isValidUTF8(std::string_view text) {
   const uint8_t* bytes = bytesOf(text);
   size_t offset = 0;
   while (offset < text.size()) {
+    // Skip ASCII eight bytes at a time.
+    if (offset + 8 <= text.size()) {
+      uint64_t block;
+      std::memcpy(&block, bytes + offset, sizeof block);
+      if ((block & 0x8080808080808080ull) == 0) {
+        offset += 8;
+        continue;
+      }
+    }
     UChar32 c;
     U8_NEXT(bytes, offset, text.size(), c);
     if (c < 0) return false;

@@ -1,13 +1,50 @@
 #include "workspace_store/project_file_access.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
+#include <climits>
 #include <cstring>
-#include <fstream>
 
 #include "foundation/standardized_path.h"
 #include "workspace_store/workspace_project_snapshot_error.h"
 
 namespace zorvik {
+namespace {
+
+// Closes a file descriptor when it goes out of scope.
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int fd) : fd_(fd) {}
+  ~FileDescriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  int get() const { return fd_; }
+
+ private:
+  int fd_;
+};
+
+// Where an open file really is, symlinks resolved; nullopt when the system cannot say.
+std::optional<std::filesystem::path> openedFileLocation(int fd) {
+  char link[64];
+  std::snprintf(link, sizeof link, "/proc/self/fd/%d", fd);
+  char target[PATH_MAX + 1];
+  const ssize_t length = ::readlink(link, target, PATH_MAX);
+  if (length <= 0) return std::nullopt;
+  return std::filesystem::path(std::string(target, static_cast<size_t>(length)));
+}
+
+[[noreturn]] void throwEscape(const std::string& displayPath) {
+  throw WorkspaceProjectSnapshotError::decodeFailed(displayPath,
+                                                    "Resolved path escapes the project root.");
+}
+
+}  // namespace
 
 ProjectFileAccess::ProjectFileAccess(const std::filesystem::path& root)
     : root_(standardizedPath(root)) {
@@ -21,14 +58,12 @@ std::filesystem::path ProjectFileAccess::entryLocation(const std::string& relati
     throw WorkspaceProjectSnapshotError::decodeFailed(relativePath, "Invalid relative path.");
   }
   std::filesystem::path location = standardizedPath(root_ / relativePath);
-  if (!isSameOrBelow(location, root_)) {
-    throw WorkspaceProjectSnapshotError::decodeFailed(relativePath,
-                                                      "Resolved path escapes the project root.");
-  }
+  if (!isSameOrBelow(location, root_)) throwEscape(relativePath);
   return location;
 }
 
-bool ProjectFileAccess::resolvesInside(const std::filesystem::path& location) const {
+bool ProjectFileAccess::opensInside(int fd, const std::filesystem::path& location) const {
+  if (auto opened = openedFileLocation(fd)) return isSameOrBelow(*opened, canonicalRoot_);
   std::error_code error;
   const std::filesystem::path resolved = std::filesystem::weakly_canonical(location, error);
   return !error && isSameOrBelow(resolved, canonicalRoot_);
@@ -36,31 +71,42 @@ bool ProjectFileAccess::resolvesInside(const std::filesystem::path& location) co
 
 std::string ProjectFileAccess::read(const std::filesystem::path& location,
                                     const std::string& displayPath) const {
-  if (!resolvesInside(location)) {
-    throw WorkspaceProjectSnapshotError::decodeFailed(displayPath,
-                                                      "Resolved path escapes the project root.");
+  const FileDescriptor file(::open(location.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  if (file.get() < 0) {
+    const int error = errno;
+    // A dangling symlink that points outside is an escape, not a missing file.
+    std::error_code ignored;
+    if (std::filesystem::is_symlink(location, ignored)) {
+      const auto resolved = std::filesystem::weakly_canonical(location, ignored);
+      if (!ignored && !isSameOrBelow(resolved, canonicalRoot_)) throwEscape(displayPath);
+    }
+    throw WorkspaceProjectSnapshotError::decodeFailed(
+        displayPath, std::string("The file could not be read: ") + std::strerror(error) + ".");
   }
-  std::error_code error;
-  if (std::filesystem::is_directory(location, error)) {
+  if (!opensInside(file.get(), location)) throwEscape(displayPath);
+  struct stat status;
+  if (::fstat(file.get(), &status) != 0) {
+    throw WorkspaceProjectSnapshotError::decodeFailed(displayPath, "The file could not be read.");
+  }
+  if (S_ISDIR(status.st_mode)) {
     throw WorkspaceProjectSnapshotError::decodeFailed(displayPath,
                                                       "Expected a file, found a folder.");
   }
-  std::ifstream in(location, std::ios::binary);
-  if (!in) {
-    throw WorkspaceProjectSnapshotError::decodeFailed(
-        displayPath, std::string("The file could not be read: ") + std::strerror(errno) + ".");
-  }
   std::string contents;
-  in.seekg(0, std::ios::end);
-  const auto size = in.tellg();
-  if (size > 0) {
-    contents.resize(static_cast<size_t>(size));
-    in.seekg(0);
-    in.read(contents.data(), size);
+  contents.resize(static_cast<size_t>(status.st_size));
+  size_t filled = 0;
+  while (true) {
+    if (filled == contents.size()) contents.resize(contents.size() + 4096);  // grew meanwhile
+    const ssize_t count = ::read(file.get(), contents.data() + filled, contents.size() - filled);
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      throw WorkspaceProjectSnapshotError::decodeFailed(
+          displayPath, std::string("The file could not be read: ") + std::strerror(errno) + ".");
+    }
+    if (count == 0) break;
+    filled += static_cast<size_t>(count);
   }
-  if (in.bad() || (size > 0 && in.gcount() != size)) {
-    throw WorkspaceProjectSnapshotError::decodeFailed(displayPath, "The file could not be read.");
-  }
+  contents.resize(filled);
   return contents;
 }
 
@@ -74,8 +120,8 @@ std::optional<std::string> ProjectFileAccess::readIfPresent(const std::filesyste
 }
 
 bool ProjectFileAccess::isDirectory(const std::filesystem::path& location) const {
-  std::error_code error;
-  return std::filesystem::is_directory(location, error) && resolvesInside(location);
+  const FileDescriptor directory(::open(location.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return directory.get() >= 0 && opensInside(directory.get(), location);
 }
 
 }  // namespace zorvik

@@ -1,6 +1,6 @@
 // Reading the files of a project without ever leaving its root. Entry paths are checked lexically
-// (absolute, lexically normal, below the root), and every read checks again with symlinks
-// resolved, so neither ".." nor a symlink can lead a read outside the project.
+// (absolute, lexically normal, below the root), and every opened file is checked again where it
+// really is, symlinks resolved, so neither ".." nor a symlink can lead a read outside the project.
 #pragma once
 
 #include <filesystem>
@@ -32,7 +32,8 @@ class ProjectFileAccess {
   bool isDirectory(const std::filesystem::path& location) const;
 
  private:
-  bool resolvesInside(const std::filesystem::path& location) const;
+  // Whether the open file `fd` (opened from `location`) lies inside the root.
+  bool opensInside(int fd, const std::filesystem::path& location) const;
 
   std::filesystem::path root_;
   std::filesystem::path canonicalRoot_;

@@ -1,7 +1,10 @@
 #include "workspace_store/workspace_project_snapshot_store.h"
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
+#include <thread>
+#include <variant>
 
 #include "foundation/file_url.h"
 #include "foundation/json/value_decoder.h"
@@ -13,7 +16,6 @@
 #include "workspace_store/link_markdown/filesystem_markdown_link_card_codec.h"
 #include "workspace_store/project_file_access.h"
 #include "workspace_store/stored_cards/csv_table.h"
-#include "workspace_store/stored_cards/stored_card_storage_error.h"
 #include "workspace_store/workspace_project_snapshot_error.h"
 
 namespace zorvik {
@@ -45,31 +47,51 @@ std::string fingerprintComponent(const std::string& path, std::string_view bytes
   return path + ":" + sha256Hex(bytes);
 }
 
-// The base of an overlay: the entry's payload when it is an object, else an empty object.
-JSONObject basePayload(const AnyCodableValue& payload) {
-  const JSONObject* object = payload.asObject();
-  return object ? *object : JSONObject{};
-}
-
-// `base` with "type" set to `type` and the inner object `type` updated by `fields`.
-AnyCodableValue overlay(const AnyCodableValue& entryPayload, std::string_view type,
+// The entry's payload with "type" set to `type` and its inner object `type` updated by `fields`.
+// A payload that is no object, or an inner value that is no object, starts out empty.
+AnyCodableValue overlay(AnyCodableValue entryPayload, std::string_view type,
                         std::vector<JSONObject::Entry> fields) {
-  JSONObject base = basePayload(entryPayload);
-  const AnyCodableValue* existing = base.find(type);
-  JSONObject inner = existing && existing->asObject() ? *existing->asObject() : JSONObject{};
-  for (auto& [key, value] : fields) inner.set(key, std::move(value));
+  JSONObject* given = entryPayload.asObject();
+  JSONObject base = given ? std::move(*given) : JSONObject{};
+  AnyCodableValue* existing = base.find(type);
+  JSONObject inner =
+      existing && existing->asObject() ? std::move(*existing->asObject()) : JSONObject{};
+  for (auto& [key, value] : fields) inner.set(std::move(key), std::move(value));
   base.set("type", type);
   base.set(std::string(type), std::move(inner));
   return base;
 }
 
+// Builds a table's "columns" and "rows" straight from the CSV reader: the first row is the header,
+// and shorter rows are padded with empty cells to its width.
+struct TableRowsSink {
+  AnyCodableValue::Array columns;
+  AnyCodableValue::Array rows;
+  AnyCodableValue::Array row;
+  bool readingHeader = true;
+
+  void cell(std::string&& text) { row.emplace_back(std::move(text)); }
+  void endRow() {
+    if (readingHeader) {
+      columns = std::move(row);
+      readingHeader = false;
+    } else {
+      if (row.size() < columns.size()) row.resize(columns.size(), AnyCodableValue(""));
+      rows.emplace_back(std::move(row));
+    }
+    row = AnyCodableValue::Array();
+    row.reserve(columns.size());
+  }
+};
+
 class EntryResolver {
  public:
   explicit EntryResolver(const ProjectFileAccess& files) : files_(files) {}
 
-  ResolvedEntry resolve(const FilesystemWorkspaceEntry& entry) const {
+  // Consumes the entry's payload.
+  ResolvedEntry resolve(FilesystemWorkspaceEntry& entry) const {
     const std::string path = trimWhitespaceAndNewlines(entry.relativePath.value_or(""));
-    if (path.empty()) return {entry.payload, 0, {}};
+    if (path.empty()) return {std::move(entry.payload), 0, {}};
     const std::filesystem::path location = files_.entryLocation(path);
 
     // A Markdown file is read once: its text decides between link and rich text.
@@ -79,7 +101,7 @@ class EntryResolver {
     if (kind == "table") return table(entry, path, location);
     if (kind == "link") return link(path, location, std::move(markdownBytes));
     if (kind == "html") return html(entry, path, location);
-    return {entry.payload, 0, {}};
+    return {std::move(entry.payload), 0, {}};
   }
 
  private:
@@ -112,36 +134,28 @@ class EntryResolver {
     return preferredKind;
   }
 
-  ResolvedEntry richText(const FilesystemWorkspaceEntry& entry, const std::string& path,
+  ResolvedEntry richText(FilesystemWorkspaceEntry& entry, const std::string& path,
                          const std::filesystem::path& location,
                          std::optional<std::string> bytes) const {
     if (!bytes) bytes = files_.read(location, path);
     std::string component = fingerprintComponent(path, *bytes);
     std::string text = requireUTF8(std::move(*bytes), path);
     AnyCodableValue payload =
-        overlay(entry.payload, "richText",
+        overlay(std::move(entry.payload), "richText",
                 {{"markdown", std::move(text)}, {"sourceURL", fileURLString(location)}});
     return {std::move(payload), 1, {std::move(component)}};
   }
 
-  ResolvedEntry table(const FilesystemWorkspaceEntry& entry, const std::string& path,
+  ResolvedEntry table(FilesystemWorkspaceEntry& entry, const std::string& path,
                       const std::filesystem::path& location) const {
     const std::string bytes = files_.read(location, path);
-    std::optional<ParsedCSV> parsed;
-    try {
-      if (isValidUTF8(bytes)) parsed = parseCSV(path, bytes);
-    } catch (const StoredCardStorageError&) {
-    }
-    if (!parsed) {
+    TableRowsSink sink;
+    if (!isValidUTF8(bytes) || readCSV(bytes, sink)) {
       throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
     }
-    AnyCodableValue::Array rows;
-    rows.reserve(parsed->rows.size());
-    for (auto& row : parsed->rows)
-      rows.emplace_back(AnyCodableValue::Array(row.begin(), row.end()));
-    AnyCodableValue columns(AnyCodableValue::Array(parsed->columns.begin(), parsed->columns.end()));
-    AnyCodableValue payload = overlay(entry.payload, "table",
-                                      {{"columns", std::move(columns)}, {"rows", std::move(rows)}});
+    AnyCodableValue payload =
+        overlay(std::move(entry.payload), "table",
+                {{"columns", std::move(sink.columns)}, {"rows", std::move(sink.rows)}});
     return {std::move(payload), 1, {fingerprintComponent(path, bytes)}};
   }
 
@@ -168,7 +182,7 @@ class EntryResolver {
     return {document.linkRuntimePayload(), 1, {std::move(component)}};
   }
 
-  ResolvedEntry html(const FilesystemWorkspaceEntry& entry, const std::string& path,
+  ResolvedEntry html(FilesystemWorkspaceEntry& entry, const std::string& path,
                      const std::filesystem::path& location) const {
     ResolvedEntry resolved;
     std::vector<JSONObject::Entry> fields;
@@ -189,7 +203,7 @@ class EntryResolver {
       ++resolved.fileCount;
       fields.emplace_back(key, requireUTF8(std::move(*bytes), displayPath));
     }
-    resolved.payload = overlay(entry.payload, "html", std::move(fields));
+    resolved.payload = overlay(std::move(entry.payload), "html", std::move(fields));
     return resolved;
   }
 
@@ -225,6 +239,51 @@ WorkspaceCompileDiagnostic cardDiagnostic(const FilesystemWorkspaceEntry& entry,
   };
 }
 
+// A resolved entry's card record and what was read for it, or the diagnostic of its failure.
+struct ResolvedCard {
+  CardRecord record;
+  ResolvedEntry files;
+};
+using EntryOutcome = std::variant<ResolvedCard, WorkspaceCompileDiagnostic>;
+
+EntryOutcome resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver) {
+  try {
+    ResolvedEntry resolved = resolver.resolve(entry);
+    AnyCodableValue payload = std::move(resolved.payload);
+    return ResolvedCard{CardRecord::fromEntry(entry, std::move(payload)), std::move(resolved)};
+  } catch (const std::exception& error) {
+    return cardDiagnostic(entry, error.what());
+  }
+}
+
+// Resolves every entry, on several threads for large boards; outcomes keep entry order.
+std::vector<EntryOutcome> resolveEntries(std::vector<FilesystemWorkspaceEntry>& entries,
+                                         const EntryResolver& resolver) {
+  constexpr size_t kEntriesPerThread = 256;
+  constexpr size_t kBatch = 32;
+  std::vector<std::optional<EntryOutcome>> slots(entries.size());
+  std::atomic<size_t> next{0};
+  const auto work = [&] {
+    for (size_t start = next.fetch_add(kBatch); start < entries.size();
+         start = next.fetch_add(kBatch)) {
+      for (size_t i = start; i < std::min(start + kBatch, entries.size()); ++i) {
+        slots[i] = resolveOne(entries[i], resolver);
+      }
+    }
+  };
+  const size_t threads = std::min<size_t>({std::max(1u, std::thread::hardware_concurrency()), 8,
+                                           entries.size() / kEntriesPerThread + 1});
+  std::vector<std::jthread> helpers;
+  for (size_t t = 1; t < threads; ++t) helpers.emplace_back(work);
+  work();
+  helpers.clear();  // joins
+
+  std::vector<EntryOutcome> outcomes;
+  outcomes.reserve(slots.size());
+  for (auto& slot : slots) outcomes.push_back(std::move(*slot));
+  return outcomes;
+}
+
 }  // namespace
 
 WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
@@ -250,22 +309,21 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
     document = emptyProjectDocument(files.root());
   }
 
-  const EntryResolver resolver(files);
-  snapshot.cards.reserve(document.entries.size());
-  for (const FilesystemWorkspaceEntry& entry : document.entries) {
-    try {
-      ResolvedEntry resolved = resolver.resolve(entry);
-      if (snapshot.checkedFiles > std::numeric_limits<int>::max() - resolved.fileCount) {
-        std::abort();  // more files than a board can hold; the count must not wrap
-      }
-      snapshot.checkedFiles += resolved.fileCount;
-      for (auto& component : resolved.fingerprintComponents) {
-        fingerprint.push_back(std::move(component));
-      }
-      snapshot.cards.push_back(CardRecord::fromEntry(entry, std::move(resolved.payload)));
-    } catch (const std::exception& entryError) {
-      snapshot.loadDiagnostics.push_back(cardDiagnostic(entry, entryError.what()));
+  std::vector<EntryOutcome> outcomes = resolveEntries(document.entries, EntryResolver(files));
+  snapshot.cards.reserve(outcomes.size());
+  for (EntryOutcome& outcome : outcomes) {
+    if (auto* diagnostic = std::get_if<WorkspaceCompileDiagnostic>(&outcome)) {
+      snapshot.loadDiagnostics.push_back(std::move(*diagnostic));
+      continue;
     }
+    auto& [record, resolved] = std::get<ResolvedCard>(outcome);
+    if (snapshot.checkedFiles > std::numeric_limits<int>::max() - resolved.fileCount) {
+      std::abort();  // more files than a board can hold; the count must not wrap
+    }
+    snapshot.checkedFiles += resolved.fileCount;
+    for (auto& component : resolved.fingerprintComponents)
+      fingerprint.push_back(std::move(component));
+    snapshot.cards.push_back(std::move(record));
   }
 
   snapshot.metadata = ProjectMetadata::fromDocument(document);

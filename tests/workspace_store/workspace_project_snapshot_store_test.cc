@@ -221,6 +221,27 @@ TEST_F(SnapshotStoreTest, FingerprintFollowsFilesNotEntryOrder) {
   EXPECT_NE(load().projectFingerprint, withoutStyles.projectFingerprint);
 }
 
+TEST_F(SnapshotStoreTest, LargeBoardsKeepEntryOrderAcrossWorkers) {
+  std::vector<std::string> entries;
+  for (int i = 1; i <= 900; ++i) {
+    const std::string name = "n/" + std::to_string(i) + (i % 7 == 0 ? ".missing.md" : ".md");
+    if (i % 7 != 0) project_.write(name, "note " + std::to_string(i));
+    entries.push_back(entry(uuid(i), "richText", name));
+  }
+  writeBoard(entries);
+  const auto snapshot = load();
+  ASSERT_EQ(snapshot.loadDiagnostics.size(), 900u / 7);
+  ASSERT_EQ(snapshot.cards.size(), 900u - 900u / 7);
+  for (size_t i = 1; i < snapshot.cards.size(); ++i) {
+    ASSERT_LT(snapshot.cards[i - 1].id, snapshot.cards[i].id);
+  }
+  for (size_t i = 0; i < snapshot.loadDiagnostics.size(); ++i) {
+    EXPECT_EQ(snapshot.loadDiagnostics[i].cardID->uppercaseString(), uuid(int(i + 1) * 7));
+  }
+  EXPECT_EQ(snapshot.checkedFiles, 1 + int(snapshot.cards.size()));
+  EXPECT_EQ(load(), snapshot);
+}
+
 TEST_F(SnapshotStoreTest, AFolderWithoutDocumentIsAStableEmptyProject) {
   const auto snapshot = load();
   EXPECT_TRUE(snapshot.cards.empty());

@@ -200,6 +200,8 @@ FilesystemMarkdownLinkCardDocument FilesystemMarkdownLinkCardCodec::decode(std::
 
 std::optional<FilesystemMarkdownLinkCardDocument> FilesystemMarkdownLinkCardCodec::decodeIfPresent(
     std::string_view text) {
+  // Most Markdown files are plain notes: tell them apart without building the error.
+  if (!text.starts_with("---\n") && !text.starts_with("---\r\n")) return std::nullopt;
   try {
     return decode(text);
   } catch (const CodecError&) {

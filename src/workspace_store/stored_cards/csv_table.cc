@@ -8,61 +8,24 @@
 namespace zorvik {
 namespace {
 
-enum class CSVFailure { invalidQuoting, unterminatedQuote };
-
 using Rows = std::vector<std::vector<std::string>>;
 
-std::variant<Rows, CSVFailure> readRows(std::string_view text) {
+// Collects rows as they are read.
+struct RowsSink {
   Rows rows;
   std::vector<std::string> row;
-  std::string cell;
-  bool insideQuotes = false;
 
-  auto finishCell = [&] {
-    row.push_back(std::move(cell));
-    cell.clear();
-  };
-  auto finishRow = [&] {
-    finishCell();
+  void cell(std::string&& text) { row.push_back(std::move(text)); }
+  void endRow() {
     rows.push_back(std::move(row));
     row.clear();
-  };
-
-  for (size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (insideQuotes) {
-      if (c != '"') {
-        cell += c;
-      } else if (i + 1 < text.size() && text[i + 1] == '"') {
-        cell += '"';
-        ++i;
-      } else {
-        insideQuotes = false;
-      }
-      continue;
-    }
-    switch (c) {
-      case '\n':
-        finishRow();
-        break;
-      case '\r':
-        finishRow();
-        if (i + 1 < text.size() && text[i + 1] == '\n') ++i;
-        break;
-      case '"':
-        if (!cell.empty()) return CSVFailure::invalidQuoting;
-        insideQuotes = true;
-        break;
-      case ',':
-        finishCell();
-        break;
-      default:
-        cell += c;
-    }
   }
-  if (insideQuotes) return CSVFailure::unterminatedQuote;
-  if (!(cell.empty() && row.empty() && !rows.empty())) finishRow();
-  return rows;
+};
+
+std::variant<Rows, CSVFailure> readRows(std::string_view text) {
+  RowsSink sink;
+  if (auto failure = readCSV(text, sink)) return *failure;
+  return std::move(sink.rows);
 }
 
 [[noreturn]] void throwCSV(std::string message) {

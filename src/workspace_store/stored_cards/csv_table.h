@@ -15,6 +15,69 @@
 
 namespace zorvik {
 
+enum class CSVFailure { invalidQuoting, unterminatedQuote };
+
+// The one CSV state machine. Hands every cell to `sink.cell(std::string&&)` and ends every row with
+// `sink.endRow()`; returns the failure, if any, after which the sink's rows are incomplete.
+template <class Sink>
+std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
+  std::string cell;
+  bool rowHasCells = false;
+  bool anyRow = false;
+  bool insideQuotes = false;
+  const auto finishCell = [&] {
+    sink.cell(std::move(cell));
+    cell.clear();
+    rowHasCells = true;
+  };
+  const auto finishRow = [&] {
+    finishCell();
+    sink.endRow();
+    rowHasCells = false;
+    anyRow = true;
+  };
+  size_t i = 0;
+  while (i < text.size()) {
+    if (insideQuotes) {
+      const size_t quote = text.find('"', i);
+      if (quote == std::string_view::npos) return CSVFailure::unterminatedQuote;
+      cell.append(text.substr(i, quote - i));
+      if (quote + 1 < text.size() && text[quote + 1] == '"') {
+        cell += '"';
+        i = quote + 2;
+      } else {
+        insideQuotes = false;
+        i = quote + 1;
+      }
+      continue;
+    }
+    const size_t special = text.find_first_of(",\r\n\"", i);
+    const size_t end = special == std::string_view::npos ? text.size() : special;
+    cell.append(text.substr(i, end - i));
+    if (end == text.size()) break;
+    i = end + 1;
+    switch (text[end]) {
+      case '\n':
+        finishRow();
+        break;
+      case '\r':
+        finishRow();
+        if (i < text.size() && text[i] == '\n') ++i;
+        break;
+      case '"':
+        if (!cell.empty()) return CSVFailure::invalidQuoting;
+        insideQuotes = true;
+        break;
+      default:  // ','
+        finishCell();
+    }
+  }
+  if (insideQuotes) return CSVFailure::unterminatedQuote;
+  // A line end at the very end adds no empty row.
+  if (!(cell.empty() && !rowHasCells && anyRow)) finishRow();
+  return std::nullopt;
+}
+
 struct ParsedCSV {
   std::vector<std::string> columns;
   std::vector<std::vector<std::string>> rows;
