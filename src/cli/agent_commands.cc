@@ -1,8 +1,13 @@
 #include "cli/agent_commands.h"
 
+#include "cli/board_grep_tool.h"
 #include "cli/project_discovery.h"
 #include "cli/tool_result_reporting.h"
 #include "cli/zorvik_cli_error.h"
+#include "tools/cards/board_get_card_content_tool.h"
+#include "tools/cards/board_list_card_metadata_tool.h"
+#include "tools/cards/board_search_cards_tool.h"
+#include "tools/cards/board_search_in_card_tool.h"
 #include "tools/framework/list_tools_tool.h"
 #include "tools/framework/tool_details_tool.h"
 #include "workspace_store/cli_workspace_cards_loader.h"
@@ -28,6 +33,14 @@ std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem:
                                            error.what());
   }
   auto registry = std::make_unique<AgentToolRegistry>();
+  const SharedCards cards(std::move(board.cards));
+  // In the catalogue's order of registration; list_tools and tool_details come last.
+  registry->registerTool(std::make_shared<BoardSearchCardsTool>(cards, projectURL));
+  registry->registerTool(makeBoardGrepTool(cards));
+  registry->registerTool(std::make_shared<BoardListCardMetadataTool>(
+      cards, std::move(board.loadDiagnostics), projectURL));
+  registry->registerTool(std::make_shared<BoardGetCardContentTool>(cards, projectURL));
+  registry->registerTool(std::make_shared<BoardSearchInCardTool>(cards));
   registry->registerTool(std::make_shared<ListToolsTool>(*registry));
   registry->registerTool(std::make_shared<ToolDetailsTool>(*registry));
   return registry;

@@ -147,7 +147,8 @@ TEST_F(CLIEndToEndTest, AgentCommandsOnAProject) {
   expectAll({
       {{"agent", "list-tools", "--project", project},
        0,
-       "list_tools: List available tools and their summaries.\ntool_details: ",
+       "get_card_content: Fetch card content in full, summary, or type-specific "
+       "form.\ngrep_cards: ",
        ""},
       {{"agent", "list-tools", "--project", project, "--json"}, 0, "{\n  \"tools\" : [", ""},
       {{"agent", "tool-details", "List-Tools", "--project", project, "--card-type", " table "},
@@ -203,7 +204,7 @@ TEST_F(CLIEndToEndTest, ProjectResolution) {
               "",
               "Error: agent commands require an existing project directory.\n"}});
   // An explicit path wins over the environment.
-  expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "list_tools: ", ""}});
+  expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "get_card_content: ", ""}});
 }
 
 TEST_F(CLIEndToEndTest, ABoardThatDoesNotLoadFailsEveryAgentCommand) {
@@ -224,18 +225,70 @@ TEST_F(CLIEndToEndTest, ABoardThatDoesNotLoadFailsEveryAgentCommand) {
 
   // A folder without a workspace document is an empty board.
   TempDirectory bare;
-  expectAll({{{"agent", "list-tools", "--project", bare.path().string()}, 0, "list_tools: ", ""}});
+  expectAll(
+      {{{"agent", "list-tools", "--project", bare.path().string()}, 0, "get_card_content: ", ""}});
 }
 
-TEST_F(CLIEndToEndTest, AgentCallAnswerIsTheToolsJSON) {
+TEST_F(CLIEndToEndTest, TheCatalogueHoldsTheBoardToolsSortedByName) {
   const ProcessResult result = run({"agent", "call", "list_tools", "--project", projectPath()});
   ASSERT_EQ(result.exitCode, 0);
   const AnyCodableValue answer = AnyCodableValue::parse(result.standardOutput);
-  const auto* tools = answer.member("tools")->asArray();
-  ASSERT_EQ(tools->size(), 2u);
-  EXPECT_EQ(*(*tools)[0].member("name")->asString(), "list_tools");
-  EXPECT_EQ(*(*tools)[1].member("name")->asString(), "tool_details");
+  std::vector<std::string> names;
+  for (const auto& tool : *answer.member("tools")->asArray()) {
+    names.push_back(*tool.member("name")->asString());
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"get_card_content", "grep_cards", "list_card_metadata",
+                                             "list_tools", "search_cards", "search_in_card",
+                                             "tool_details"}));
   EXPECT_EQ(result.standardOutput.back(), '\n');
+}
+
+TEST_F(CLIEndToEndTest, BoardToolsAnswerAndReportFailuresWithTheirExitCodes) {
+  project_.write("notes/a.md", "Solar prices fell.");
+  project_.write(".zorvik/workspace.json", R"({
+    "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
+    "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": [{
+      "id": "6f1d2c9a-3b4e-4f5a-8b6c-7d8e9f0a1b2c", "kindRawValue": "richText", "title": "Notes",
+      "shadowEnabled": true, "createdAt": "2026-01-01T00:00:00Z", "relativePath": "notes/a.md",
+      "layout": {"position": {"x": 0, "y": 0}, "zIndex": 1, "actualWidth": 10, "actualHeight": 10},
+      "payload": {"type": "richText", "richText": {}}}]})");
+  const std::string project = projectPath();
+  expectAll({
+      {{"agent", "call", "get_card_content", "--project", project, "--args-json",
+        R"({"card_ids":["6F1D2C9A-3B4E-4F5A-8B6C-7D8E9F0A1B2C"],"mode":"summary"})"},
+       0,
+       "{\n  \"not_found\" : [],",
+       ""},
+      {{"agent", "call", "search-cards", "--project", project, "--args-json",
+        R"({"query":"solar"})"},
+       0,
+       "{\n  \"results\" : [",
+       ""},
+      {{"agent", "call", "search_cards", "--project", project, "--args-json", R"({"query":"  "})"},
+       2,
+       "",
+       "Error: Invalid arguments for tool 'search_cards': search_cards query must be non-empty.. "
+       "Run `zorvik agent tool-details search_cards --json` for exact schema and examples.\n"},
+      {{"agent", "call", "grep_cards", "--project", project, "--args-json",
+        R"({"query":"(","mode":"regex"})"},
+       2,
+       "",
+       "Error: Invalid arguments for tool 'grep_cards': grep_cards regex is invalid: "
+       "U_REGEX_MISMATCHED_PAREN. Run `zorvik agent tool-details grep_cards --json` for exact "
+       "schema and examples.\n"},
+      {{"agent", "call", "get_card_content", "--project", project, "--args-json",
+        R"({"mode":"raw"})"},
+       2,
+       "",
+       "Error: Invalid arguments for tool 'get_card_content': Cannot initialize "
+       "WorkspaceCardContentMode from invalid String value raw at mode. Run `zorvik agent "
+       "tool-details get_card_content --json` for exact schema and examples.\n"},
+  });
+  const ProcessResult content = run({"agent", "call", "get_card_content", "--project", project,
+                                     "--args-json", R"({"card_ids":["nope"]})"});
+  const AnyCodableValue answer = AnyCodableValue::parse(content.standardOutput);
+  EXPECT_EQ(answer.member("not_found")->compactJSONString(), R"(["nope"])");
+  EXPECT_EQ(content.exitCode, 0);
 }
 
 }  // namespace

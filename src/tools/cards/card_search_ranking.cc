@@ -1,0 +1,84 @@
+#include "tools/cards/card_search_ranking.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+
+#include "foundation/text.h"
+
+namespace zorvik {
+
+std::vector<std::string> tokenize(std::string_view text) {
+  const std::string lower = lowercased(text);
+  const auto* bytes = reinterpret_cast<const uint8_t*>(lower.data());
+  const auto length = static_cast<int32_t>(lower.size());
+  std::vector<std::string> tokens;
+  auto keep = [&](int32_t start, int32_t end) {
+    std::string_view token(lower.data() + start, static_cast<size_t>(end - start));
+    if (!token.empty() && characterCount(token) >= 2) tokens.emplace_back(token);
+  };
+  int32_t tokenStart = 0;
+  int32_t offset = 0;
+  while (offset < length) {
+    const int32_t codePointStart = offset;
+    UChar32 codePoint;
+    U8_NEXT(bytes, offset, length, codePoint);
+    if (codePoint < 0 || !u_isalnum(codePoint)) {
+      keep(tokenStart, codePointStart);
+      tokenStart = offset;
+    }
+  }
+  keep(tokenStart, length);
+  return tokens;
+}
+
+namespace {
+
+float scoreOfLowercased(const std::string& lower, const std::vector<std::string>& tokens) {
+  if (lower.empty() || tokens.empty()) return 0;
+  const auto found = std::count_if(tokens.begin(), tokens.end(), [&](const std::string& token) {
+    return lower.find(token) != std::string::npos;
+  });
+  return static_cast<float>(found) / static_cast<float>(tokens.size());
+}
+
+}  // namespace
+
+float chunkScore(std::string_view text, const std::vector<std::string>& tokens) {
+  if (tokens.empty()) return 0;
+  return scoreOfLowercased(lowercased(text), tokens);
+}
+
+std::vector<ScoredChunk> scoreChunks(std::vector<WorkspaceCardSearchChunk> chunks,
+                                     const std::vector<std::string>& tokens) {
+  std::vector<ScoredChunk> scored;
+  scored.reserve(chunks.size());
+  for (auto& chunk : chunks) {
+    const float score = chunkScore(chunk.text, tokens);
+    scored.push_back({std::move(chunk), score});
+  }
+  std::stable_sort(scored.begin(), scored.end(),
+                   [](const ScoredChunk& a, const ScoredChunk& b) { return a.score > b.score; });
+  return scored;
+}
+
+std::vector<RankedCard> rank(const std::vector<const WorkspaceCard*>& cards,
+                             const std::vector<std::string>& tokens,
+                             const WorkspaceCardSearchOptions& options) {
+  std::vector<RankedCard> ranked;
+  if (tokens.empty()) return ranked;
+  for (const WorkspaceCard* card : cards) {
+    std::vector<ScoredChunk> scored = scoreChunks(searchChunks(*card, options), tokens);
+    if (scored.empty() || !(scored.front().score > 0)) continue;
+    RankedCard entry{card, scored.front().score, {}};
+    entry.snippets.reserve(scored.size());
+    for (auto& item : scored) entry.snippets.push_back(std::move(item.chunk));
+    ranked.push_back(std::move(entry));
+  }
+  std::stable_sort(ranked.begin(), ranked.end(),
+                   [](const RankedCard& a, const RankedCard& b) { return a.score > b.score; });
+  return ranked;
+}
+
+}  // namespace zorvik
