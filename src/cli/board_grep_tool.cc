@@ -55,6 +55,8 @@ struct FoldedText {
 FoldedText foldCase(std::u16string_view source) {
   FoldedText folded;
   folded.text.reserve(source.size());
+  folded.sourceStart.reserve(source.size());
+  folded.sourceEnd.reserve(source.size());
   const auto length = static_cast<int32_t>(source.size());
   int32_t offset = 0;
   while (offset < length) {
@@ -64,7 +66,8 @@ FoldedText foldCase(std::u16string_view source) {
     UChar mapped[8];
     int32_t mappedLength = 0;
     if (codePoint < 0x80) {
-      mapped[mappedLength++] = static_cast<UChar>(u_tolower(codePoint));
+      const bool upper = codePoint >= 'A' && codePoint <= 'Z';
+      mapped[mappedLength++] = static_cast<UChar>(upper ? codePoint + ('a' - 'A') : codePoint);
     } else {
       UErrorCode status = U_ZERO_ERROR;
       mappedLength = u_strFoldCase(mapped, 8, source.data() + start, offset - start,

@@ -46,35 +46,53 @@ struct CharacterWalk {
   size_t offset = 0;      // byte offset just past them
 };
 
-// Advances over at most `limit` characters from the start of the text.
+// Whether the character starting at `offset` is one ASCII byte. Between two ASCII characters there
+// is always a boundary, except inside CR LF; everything that can join a cluster to its neighbour
+// (extenders, joiners, prepends, regional indicators) lies outside ASCII.
+bool isSingleASCIICharacterAt(std::string_view text, size_t offset) {
+  const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(offset) >= 0x80) return false;
+  if (offset + 1 == text.size()) return true;
+  return byte(offset + 1) < 0x80 && !(byte(offset) == '\r' && byte(offset + 1) == '\n');
+}
+
+// Advances over at most `limit` characters from the start of the text. ASCII runs are walked
+// directly; ICU finds the boundaries around everything else.
 CharacterWalk walkCharacters(std::string_view text, size_t limit) {
   if (isSingleByteClusters(text)) {
     size_t n = std::min(limit, text.size());
     return {n, n};
   }
   CharacterWalk walk;
-  icu::BreakIterator* iterator = characterIterator();
-  UErrorCode status = U_ZERO_ERROR;
+  icu::BreakIterator* iterator = nullptr;
   UText utext = UTEXT_INITIALIZER;
-  utext_openUTF8(&utext, text.data(), static_cast<int64_t>(text.size()), &status);
-  if (iterator != nullptr && U_SUCCESS(status)) iterator->setText(&utext, status);
-  if (iterator != nullptr && U_SUCCESS(status)) {
-    // UTF-8 UText indexes are byte offsets.
-    iterator->first();
-    int32_t boundary;
-    while (walk.characters < limit && (boundary = iterator->next()) != icu::BreakIterator::DONE) {
+  bool segmenting = false;
+  while (walk.characters < limit && walk.offset < text.size()) {
+    if (isSingleASCIICharacterAt(text, walk.offset)) {
+      ++walk.offset;
       ++walk.characters;
-      walk.offset = static_cast<size_t>(boundary);
+      continue;
     }
-  } else {
-    // Without break data fall back to code points, which still never split a UTF-8 sequence.
-    while (walk.characters < limit && walk.offset < text.size()) {
+    if (!segmenting) {
+      UErrorCode status = U_ZERO_ERROR;
+      utext_openUTF8(&utext, text.data(), static_cast<int64_t>(text.size()), &status);
+      iterator = characterIterator();
+      if (iterator != nullptr && U_SUCCESS(status)) iterator->setText(&utext, status);
+      if (iterator == nullptr || U_FAILURE(status)) iterator = nullptr;
+      segmenting = true;
+    }
+    if (iterator != nullptr) {
+      // UTF-8 UText indexes are byte offsets; the walk always stands on a boundary.
+      const int32_t next = iterator->following(static_cast<int32_t>(walk.offset));
+      walk.offset = next == icu::BreakIterator::DONE ? text.size() : static_cast<size_t>(next);
+    } else {
+      // Without break data fall back to code points, which still never split a UTF-8 sequence.
       UChar32 c;
       U8_NEXT_OR_FFFD(bytesOf(text), walk.offset, text.size(), c);
-      ++walk.characters;
     }
+    ++walk.characters;
   }
-  utext_close(&utext);
+  if (segmenting) utext_close(&utext);
   return walk;
 }
 
@@ -159,6 +177,20 @@ bool isValidUTF8(std::string_view text) {
 
 size_t characterCount(std::string_view text) { return walkCharacters(text, SIZE_MAX).characters; }
 
+bool hasMoreCharactersThan(std::string_view text, size_t limit) {
+  if (text.size() <= limit) return false;
+  // A character holds at least one code point, so few code points settle it too.
+  size_t codePoints = 0;
+  size_t offset = 0;
+  while (offset < text.size() && codePoints <= limit) {
+    UChar32 c;
+    U8_NEXT_OR_FFFD(bytesOf(text), offset, text.size(), c);
+    ++codePoints;
+  }
+  if (codePoints <= limit) return false;
+  return walkCharacters(text, limit + 1).characters > limit;
+}
+
 std::string prefixCharacters(std::string_view text, size_t count) {
   return std::string(text.substr(0, walkCharacters(text, count).offset));
 }
@@ -168,7 +200,8 @@ std::string cutText(std::string_view text, size_t atOrAbove) {
 }
 
 std::string cutText(std::string_view text, size_t atOrAbove, size_t keep) {
-  if (walkCharacters(text, atOrAbove).characters < atOrAbove) return std::string(text);
+  // Fewer characters than the limit: unchanged. A limit of 0 cuts every text.
+  if (atOrAbove > 0 && !hasMoreCharactersThan(text, atOrAbove - 1)) return std::string(text);
   std::string result = prefixCharacters(text, keep);
   result += kEllipsis;
   return result;

@@ -24,6 +24,9 @@ bool isValidUTF8(std::string_view text);
 bool isASCII(std::string_view text);
 
 size_t characterCount(std::string_view text);
+// Whether `text` has more than `limit` characters. Stops counting past the limit, and settles
+// most texts by their byte or code point count without segmenting them at all.
+bool hasMoreCharactersThan(std::string_view text, size_t limit);
 
 // The first `count` characters, or the whole text when it has fewer.
 std::string prefixCharacters(std::string_view text, size_t count);

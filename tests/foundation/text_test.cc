@@ -138,3 +138,86 @@ TEST(TextTest, ComparesIgnoringCaseButNotAccents) {
 
 }  // namespace
 }  // namespace zorvik
+
+namespace zorvik {
+namespace {
+
+TEST(TextTest, HasMoreCharactersThanCountsClustersNotBytesOrCodePoints) {
+  const std::string family =
+      "\xF0\x9F\x91\xA8\xE2\x80\x8D\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7";
+  const std::string accented = "e\xCC\x81";  // e + combining acute: one character
+  EXPECT_FALSE(hasMoreCharactersThan("abc", 3));
+  EXPECT_TRUE(hasMoreCharactersThan("abcd", 3));
+  EXPECT_FALSE(hasMoreCharactersThan(family, 1));
+  EXPECT_TRUE(hasMoreCharactersThan(family + "x", 1));
+  EXPECT_FALSE(hasMoreCharactersThan(accented + accented, 2));
+  EXPECT_TRUE(hasMoreCharactersThan(accented + accented + "\xC3\xA9", 2));
+  EXPECT_FALSE(hasMoreCharactersThan("\r\n", 1));
+  EXPECT_TRUE(hasMoreCharactersThan("", 0) == false);
+  EXPECT_TRUE(hasMoreCharactersThan("a", 0));
+}
+
+}  // namespace
+}  // namespace zorvik
+
+#include <unicode/brkiter.h>
+#include <unicode/utext.h>
+
+#include <random>
+
+namespace zorvik {
+namespace {
+
+// Cluster count by ICU alone, as the reference for the ASCII fast paths.
+size_t referenceCharacterCount(const std::string& text) {
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<icu::BreakIterator> iterator(
+      icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+  UText utext = UTEXT_INITIALIZER;
+  utext_openUTF8(&utext, text.data(), static_cast<int64_t>(text.size()), &status);
+  iterator->setText(&utext, status);
+  size_t count = 0;
+  for (iterator->first(); iterator->next() != icu::BreakIterator::DONE;) ++count;
+  utext_close(&utext);
+  return count;
+}
+
+TEST(TextTest, CharacterWalksAgreeWithPlainSegmentationOnMixedText) {
+  const std::vector<std::string> pieces = {"a",
+                                           "Z",
+                                           " ",
+                                           "1",
+                                           "\r",
+                                           "\n",
+                                           "\r\n",
+                                           "\xCC\x81" /* combining acute */,
+                                           "\xE2\x80\x8D" /* ZWJ */,
+                                           "\xF0\x9F\x91\xA9" /* woman */,
+                                           "\xF0\x9F\x87\xA9" /* RI D */,
+                                           "\xF0\x9F\x87\xAA" /* RI E */,
+                                           "\xD8\x80" /* Arabic number sign, prepends */,
+                                           "\xE1\x84\x80" /* Hangul L */,
+                                           "\xE1\x85\xA1" /* Hangul V */,
+                                           "\xC3\xA9",
+                                           "\xE3\x83\x87",
+                                           "\xF0\x9F\x8F\xBD" /* skin tone */};
+  std::mt19937 random(7);
+  for (int round = 0; round < 3000; ++round) {
+    std::string text;
+    const int length = std::uniform_int_distribution<int>(0, 24)(random);
+    for (int i = 0; i < length; ++i) {
+      text += pieces[std::uniform_int_distribution<size_t>(0, pieces.size() - 1)(random)];
+    }
+    const size_t expected = referenceCharacterCount(text);
+    ASSERT_EQ(characterCount(text), expected) << text;
+    for (size_t limit : {size_t{0}, size_t{1}, expected / 2, expected}) {
+      ASSERT_EQ(hasMoreCharactersThan(text, limit), expected > limit) << text;
+      const std::string prefix = prefixCharacters(text, limit);
+      ASSERT_EQ(referenceCharacterCount(prefix), std::min(limit, expected)) << text;
+      ASSERT_TRUE(text.starts_with(prefix));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zorvik

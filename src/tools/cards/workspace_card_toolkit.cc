@@ -48,8 +48,7 @@ WorkspaceCardContentPayload WorkspaceCardToolkit::content(
 std::string WorkspaceCardToolkit::truncate(std::string_view text, std::optional<int64_t> maxChars) {
   if (!maxChars || *maxChars < 1) return std::string(text);
   const auto limit = static_cast<size_t>(*maxChars);
-  // A text of at most `limit` bytes has at most `limit` characters.
-  if (text.size() <= limit || characterCount(text) <= limit) return std::string(text);
+  if (!hasMoreCharactersThan(text, limit)) return std::string(text);
   if (limit == 1) return "…";
   return prefixCharacters(text, limit - 1) + "…";
 }
