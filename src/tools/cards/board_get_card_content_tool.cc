@@ -143,16 +143,9 @@ AnyCodableValue outputSchema() {
           {"content", content},
       },
       {"card_id", "type", "title", "content"});
-  return schema::object(
-      {
-          {"scope_requested", schema::string()},
-          {"scope_used", schema::string()},
-          {"scope_label", schema::string()},
-          {"total_cards", schema::integer("Cards on the board.")},
-          {"results", schema::array(result)},
-          {"not_found", schema::array(schema::string())},
-      },
-      {"scope_requested", "scope_used", "scope_label", "total_cards", "results", "not_found"});
+  return boardScopedOutputSchema(
+      {{"results", schema::array(result)}, {"not_found", schema::array(schema::string())}},
+      {"results", "not_found"});
 }
 
 std::vector<AnyCodableValue> examples() {
@@ -272,14 +265,11 @@ AnyCodableValue BoardGetCardContentTool::run(const AnyCodableValue& input,
             .add("content", WorkspaceCardToolkit::content(*card, contentRequest, context_))
             .build());
   }
-  return ObjectEncoder()
-      .add("scope_requested", request.scope.value_or("board"))
-      .add("scope_used", "board")
-      .add("scope_label", "board")
-      .add("total_cards", cards_->size())
+  ObjectEncoder answer;
+  addBoardScope(answer, request.scope, cards_->size())
       .add("results", AnyCodableValue(std::move(results)))
-      .add("not_found", selection.notFound)
-      .build();
+      .add("not_found", selection.notFound);
+  return answer.build();
 }
 
 }  // namespace zorvik

@@ -54,18 +54,10 @@ AnyCodableValue outputSchema() {
       },
       {"owner", "runtime_managed", "edit_policy", "card_id", "type", "payload_type", "title",
        "is_loading", "metadata"});
-  return schema::object(
-      {
-          {"scope_requested", schema::string()},
-          {"scope_used", schema::string()},
-          {"scope_label", schema::string()},
-          {"total_cards", schema::integer("Cards on the board.")},
-          {"board_health", health},
-          {"results", schema::array(result)},
-          {"not_found", schema::array(schema::string())},
-      },
-      {"scope_requested", "scope_used", "scope_label", "total_cards", "board_health", "results",
-       "not_found"});
+  return boardScopedOutputSchema({{"board_health", health},
+                                  {"results", schema::array(result)},
+                                  {"not_found", schema::array(schema::string())}},
+                                 {"board_health", "results", "not_found"});
 }
 
 AgentToolSpec listCardMetadataSpec() {
@@ -159,15 +151,12 @@ AnyCodableValue BoardListCardMetadataTool::run(const AnyCodableValue& input,
           .add("load_error_count", loadDiagnostics_.size())
           .add("load_diagnostics", loadDiagnostics_)
           .build();
-  return ObjectEncoder()
-      .add("scope_requested", request.scope.value_or("board"))
-      .add("scope_used", "board")
-      .add("scope_label", "board")
-      .add("total_cards", cards_->size())
+  ObjectEncoder answer;
+  addBoardScope(answer, request.scope, cards_->size())
       .add("board_health", health)
       .add("results", AnyCodableValue(std::move(results)))
-      .add("not_found", selection.notFound)
-      .build();
+      .add("not_found", selection.notFound);
+  return answer.build();
 }
 
 }  // namespace zorvik

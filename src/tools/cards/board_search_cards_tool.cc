@@ -56,15 +56,7 @@ AgentToolSpec searchCardsSpec() {
                schema::boolean("Add each card's whole text as full_context.")},
           },
           {"query"}),
-      .outputSchema = schema::object(
-          {
-              {"scope_requested", schema::string()},
-              {"scope_used", schema::string()},
-              {"scope_label", schema::string()},
-              {"total_cards", schema::integer()},
-              {"results", schema::array(item)},
-          },
-          {"scope_requested", "scope_used", "scope_label", "total_cards", "results"}),
+      .outputSchema = boardScopedOutputSchema({{"results", schema::array(item)}}, {"results"}),
       .examples =
           std::vector<AnyCodableValue>{
               JSONObject{{"query", "solar panel prices"}},

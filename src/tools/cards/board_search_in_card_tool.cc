@@ -46,16 +46,9 @@ AgentToolSpec searchInCardSpec() {
                schema::integer("Snippets per card (default 3, at least 1).")},
           },
           {"query"}),
-      .outputSchema = schema::object(
-          {
-              {"scope_requested", schema::string()},
-              {"scope_used", schema::string()},
-              {"scope_label", schema::string()},
-              {"total_cards", schema::integer()},
-              {"results", schema::array(item)},
-              {"not_found", schema::array(schema::string())},
-          },
-          {"scope_requested", "scope_used", "scope_label", "total_cards", "results", "not_found"}),
+      .outputSchema = boardScopedOutputSchema(
+          {{"results", schema::array(item)}, {"not_found", schema::array(schema::string())}},
+          {"results", "not_found"}),
       .examples =
           std::vector<AnyCodableValue>{
               JSONObject{

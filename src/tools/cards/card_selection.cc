@@ -1,5 +1,7 @@
 #include "tools/cards/card_selection.h"
 
+#include "tools/framework/json_schema.h"
+
 #include <unordered_map>
 #include <unordered_set>
 
@@ -30,6 +32,24 @@ CardSelection filterCards(const std::vector<WorkspaceCard>& cards,
     }
   }
   return selection;
+}
+
+AnyCodableValue boardScopedOutputSchema(JSONObject properties, std::vector<std::string> required) {
+  properties.set("scope_requested", schema::string());
+  properties.set("scope_used", schema::string());
+  properties.set("scope_label", schema::string());
+  properties.set("total_cards", schema::integer("Cards on the board."));
+  required.insert(required.begin(),
+                  {"scope_requested", "scope_used", "scope_label", "total_cards"});
+  return schema::object(std::move(properties), std::move(required));
+}
+
+ObjectEncoder& addBoardScope(ObjectEncoder& encoder,
+                             const std::optional<std::string>& requestedScope, size_t totalCards) {
+  return encoder.add("scope_requested", requestedScope.value_or("board"))
+      .add("scope_used", "board")
+      .add("scope_label", "board")
+      .add("total_cards", totalCards);
 }
 
 std::string_view toolTypeWord(WorkspaceCardType type) {
