@@ -257,8 +257,8 @@ EntryOutcome resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& re
 }
 
 // Resolves every entry, on several threads for large boards; outcomes keep entry order.
-std::vector<EntryOutcome> resolveEntries(std::vector<FilesystemWorkspaceEntry>& entries,
-                                         const EntryResolver& resolver) {
+std::vector<std::optional<EntryOutcome>> resolveEntries(
+    std::vector<FilesystemWorkspaceEntry>& entries, const EntryResolver& resolver) {
   constexpr size_t kEntriesPerThread = 256;
   constexpr size_t kBatch = 32;
   std::vector<std::optional<EntryOutcome>> slots(entries.size());
@@ -277,11 +277,7 @@ std::vector<EntryOutcome> resolveEntries(std::vector<FilesystemWorkspaceEntry>& 
   for (size_t t = 1; t < threads; ++t) helpers.emplace_back(work);
   work();
   helpers.clear();  // joins
-
-  std::vector<EntryOutcome> outcomes;
-  outcomes.reserve(slots.size());
-  for (auto& slot : slots) outcomes.push_back(std::move(*slot));
-  return outcomes;
+  return slots;
 }
 
 }  // namespace
@@ -309,9 +305,11 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
     document = emptyProjectDocument(files.root());
   }
 
-  std::vector<EntryOutcome> outcomes = resolveEntries(document.entries, EntryResolver(files));
+  std::vector<std::optional<EntryOutcome>> outcomes =
+      resolveEntries(document.entries, EntryResolver(files));
   snapshot.cards.reserve(outcomes.size());
-  for (EntryOutcome& outcome : outcomes) {
+  for (std::optional<EntryOutcome>& slot : outcomes) {
+    EntryOutcome& outcome = *slot;
     if (auto* diagnostic = std::get_if<WorkspaceCompileDiagnostic>(&outcome)) {
       snapshot.loadDiagnostics.push_back(std::move(*diagnostic));
       continue;
