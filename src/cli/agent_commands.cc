@@ -2,6 +2,7 @@
 
 #include "cli/board_grep_tool.h"
 #include "cli/project_discovery.h"
+#include "cli/runtime_bridge_tool.h"
 #include "cli/tool_result_reporting.h"
 #include "cli/zorvik_cli_error.h"
 #include "tools/cards/board_get_card_content_tool.h"
@@ -10,6 +11,13 @@
 #include "tools/cards/board_search_in_card_tool.h"
 #include "tools/framework/list_tools_tool.h"
 #include "tools/framework/tool_details_tool.h"
+#include "tools/layout/focus_card_tool.h"
+#include "tools/layout/get_group_layout_tool.h"
+#include "tools/layout/list_card_layouts_tool.h"
+#include "tools/layout/screenshot_tool.h"
+#include "tools/layout/viewport_state_tool.h"
+#include "tools/mutations/guided_chat_tool_contracts.h"
+#include "tools/mutations/workspace_runtime_tool_contracts.h"
 #include "workspace_store/cli_workspace_cards_loader.h"
 
 namespace zorvik {
@@ -41,6 +49,26 @@ std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem:
       cards, std::move(board.loadDiagnostics), projectURL));
   registry->registerTool(std::make_shared<BoardGetCardContentTool>(cards, projectURL));
   registry->registerTool(std::make_shared<BoardSearchInCardTool>(cards));
+  registry->registerTool(std::make_shared<ListCardLayoutsTool>(projectURL));
+  registry->registerTool(std::make_shared<GetGroupLayoutTool>(projectURL));
+  registry->registerTool(std::make_shared<FocusCardTool>(projectURL));
+  registry->registerTool(std::make_shared<ScreenshotTool>(projectURL));
+  registry->registerTool(std::make_shared<ViewportStateTool>(projectURL));
+  const auto bridge = std::make_shared<const RuntimeControlBridge>();
+  const AgentToolSpec bridgeSpecs[] = {
+      GuidedChatToolContracts::askUserSpec(),
+      GuidedChatToolContracts::proposeOptionsSpec(),
+      WorkspaceRuntimeToolContracts::createCardsSpec(),
+      WorkspaceRuntimeToolContracts::groupCardsSpec(),
+      WorkspaceRuntimeToolContracts::editCardsSpec(),
+      WorkspaceRuntimeToolContracts::deleteCardsSpec(),
+      WorkspaceRuntimeToolContracts::resizeCardsSpec(),
+      WorkspaceRuntimeToolContracts::compileHTMLSpec(),
+      WorkspaceRuntimeToolContracts::parsePDFSpec(),
+  };
+  for (const AgentToolSpec& spec : bridgeSpecs) {
+    registry->registerTool(makeRuntimeBridgeTool(spec, projectURL, bridge));
+  }
   registry->registerTool(std::make_shared<ListToolsTool>(*registry));
   registry->registerTool(std::make_shared<ToolDetailsTool>(*registry));
   return registry;

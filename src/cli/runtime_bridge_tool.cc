@@ -3,6 +3,8 @@
 #include <array>
 #include <stdexcept>
 
+#include "tools/mutations/workspace_runtime_tool_contracts.h"
+
 namespace zorvik {
 namespace {
 
@@ -34,6 +36,10 @@ std::shared_ptr<AnyAgentTool> makeRuntimeBridgeTool(
                                                        runtimeBridgeTimeoutSeconds(name));
     if (response.payload) return std::move(*response.payload);
     if (response.ok) return AnyCodableValue(JSONObject{{"status", "ok"}, {"ok", true}});
+    if (auto failure = WorkspaceRuntimeToolContracts::runtimeBridgeFailurePayload(
+            name, input, response.errorCode, response.message)) {
+      return std::move(*failure);
+    }
     return AnyCodableValue(JSONObject{{"status", "error"},
                                       {"ok", false},
                                       {"error_code", textOrNull(response.errorCode)},

@@ -17,9 +17,11 @@ double runtimeBridgeTimeoutSeconds(std::string_view toolName);
 
 // A tool with `spec` whose call sends command spec.name with the input as arguments. The answer is
 // the application's payload (also when it reports failure); ok without payload answers
-// {"status":"ok","ok":true}; a failure without payload answers {"status":"error","ok":false,
-// "error_code":..., "message":...}, null where the response has none. Input that is not an object
-// throws std::invalid_argument("<name> expects a JSON object input.").
+// {"status":"ok","ok":true}; a failure without payload answers the board mutation tools' own
+// failure shape (WorkspaceRuntimeToolContracts::runtimeBridgeFailurePayload) and, for any other
+// tool, {"status":"error","ok":false,"error_code":..., "message":...}, null where the response has
+// none. Input that is not an object throws std::invalid_argument("<name> expects a JSON object
+// input.").
 std::shared_ptr<AnyAgentTool> makeRuntimeBridgeTool(
     AgentToolSpec spec, std::filesystem::path projectURL,
     std::shared_ptr<const RuntimeControlBridge> bridge);

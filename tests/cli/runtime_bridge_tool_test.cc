@@ -38,15 +38,27 @@ TEST(RuntimeBridgeToolTest, AnswersWhatTheApplicationAnswers) {
   EXPECT_EQ(*answered.member("answer"), input);
   EXPECT_EQ(call("propose_options", project.path(), JSONObject{}).compactJSONString(),
             R"({"ok":true,"status":"ok"})");
-  EXPECT_EQ(call("create_cards", project.path(), JSONObject{}).compactJSONString(),
-            R"({"error_code":"invalid_card","message":"No type.","ok":false,"status":"error"})");
+  // A board mutation that fails without a payload keeps its own answer shape.
+  const AnyCodableValue created = call("create_cards", project.path(), JSONObject{});
+  EXPECT_EQ(*created.member("error_code")->asString(), "invalid_card");
+  EXPECT_EQ(*created.member("message")->asString(), "No type.");
+  EXPECT_EQ(*created.member("mutation_outcome")->member("status")->asString(), "failed");
+  EXPECT_EQ(*created.member("project_checkpoint_ref")->member("status")->asString(), "unavailable");
   EXPECT_EQ(call("edit_cards", project.path(), JSONObject{}).compactJSONString(),
             R"({"ok":false,"reason":"locked"})");
-  EXPECT_EQ(call("delete_cards", project.path(), JSONObject{}).compactJSONString(),
-            R"({"error_code":"gone","message":null,"ok":false,"status":"error"})");
+  EXPECT_EQ(
+      call("delete_cards", project.path(), JSONObject{{"card_ids", AnyCodableValue::Array{"A"}}})
+          .member("mutation_outcome")
+          ->member("reason_codes")
+          ->compactJSONString(),
+      R"(["gone"])");
+  // Any other tool answers the generic failure object.
+  EXPECT_EQ(call("focus_board", project.path(), JSONObject{}).compactJSONString(),
+            R"({"error_code":"unsupported_command","message":"Unsupported command: focus_board",)"
+            R"("ok":false,"status":"error"})");
 
   const auto handled = app.handledRequests();
-  ASSERT_EQ(handled.size(), 5u);
+  ASSERT_EQ(handled.size(), 6u);
   EXPECT_EQ(*handled[4].member("command")->asString(), "delete_cards");
   EXPECT_EQ(*handled[0].member("command")->asString(), "ask_user");
 }

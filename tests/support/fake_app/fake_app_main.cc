@@ -2,7 +2,7 @@
 //
 //   zorvik_fake_app --project <dir> [--registry <file>] [--bundle-id <id>] [--foreground]
 //                   [--heartbeat-interval-ms N] [--responses <script.json>] [--lifetime-ms N]
-//                   [--stale-seconds S]
+//                   [--stale-seconds S] [--board-edits]
 //
 // Every interval it writes a heartbeat (dated now minus S seconds) to
 // <dir>/.zorvik-control/runtime.json and, when given, to the registry file, both atomically. It
@@ -14,6 +14,10 @@
 // `payload` the strings "{{request_id}}", "{{command}}", "{{arguments}}", "{{run_id}}" and
 // "{{project_path}}" are replaced by the request's values. `raw` writes that text verbatim instead
 // of an envelope. A command missing from the script answers ok false, "unsupported_command".
+//
+// With --board-edits the app also performs create_cards, edit_cards, delete_cards and resize_cards
+// on the project's files, each bracketed by a mutation checkpoint (see fake_board_edits.h), unless
+// the script has an entry for the command. Refused arguments answer ok false, "invalid_arguments".
 //
 // Folders are created once at start, never again: a project folder deleted while the app runs
 // stays deleted. The app exits after --lifetime-ms (default 60000) or on SIGTERM and removes
@@ -36,6 +40,7 @@
 
 #include "foundation/atomic_file.h"
 #include "foundation/json/value_decoder.h"
+#include "support/fake_app/fake_board_edits.h"
 #include "tools/bridge/runtime_control_bridge.h"
 #include "tools/bridge/runtime_heartbeat.h"
 #include "tools/bridge/runtime_tool_messages.h"
@@ -56,13 +61,14 @@ struct FakeAppConfig {
   std::optional<std::filesystem::path> responses;
   int lifetimeMs = 60000;
   double staleSeconds = 0;
+  bool boardEdits = false;
 };
 
 [[noreturn]] void usage(const std::string& problem) {
   std::cerr << "zorvik_fake_app: " << problem << '\n'
             << "usage: zorvik_fake_app --project <dir> [--registry <file>] [--bundle-id <id>] "
                "[--foreground] [--heartbeat-interval-ms N] [--responses <script.json>] "
-               "[--lifetime-ms N] [--stale-seconds S]\n";
+               "[--lifetime-ms N] [--stale-seconds S] [--board-edits]\n";
   std::exit(2);
 }
 
@@ -73,6 +79,10 @@ FakeAppConfig parseArguments(int argc, char** argv) {
     const std::string option = argv[i];
     if (option == "--foreground") {
       config.foreground = true;
+      continue;
+    }
+    if (option == "--board-edits") {
+      config.boardEdits = true;
       continue;
     }
     if (i + 1 >= argc) usage(option + " needs a value");
@@ -221,7 +231,10 @@ class FakeApp {
       logged = true;
       const auto request = decodeValue<RuntimeToolRequest>(value);
       const AnyCodableValue* entry = script_.member(request.command);
-      if (!entry || !entry->isObject()) {
+      if ((!entry || !entry->isObject()) && config_.boardEdits &&
+          testing::isFakeBoardEditCommand(request.command)) {
+        performBoardEdit(request, envelope);
+      } else if (!entry || !entry->isObject()) {
         envelope.errorCode = "unsupported_command";
         envelope.message = "Unsupported command: " + request.command;
       } else {
@@ -252,6 +265,22 @@ class FakeApp {
     }
     std::error_code ignored;
     std::filesystem::remove(requestFile, ignored);
+  }
+
+  void performBoardEdit(const RuntimeToolRequest& request, RuntimeToolEnvelope& envelope) const {
+    try {
+      envelope.payload =
+          testing::performFakeBoardMutation(config_.project, request.command, request.arguments);
+      envelope.ok = true;
+    } catch (const std::invalid_argument& error) {
+      envelope.ok = false;
+      envelope.errorCode = "invalid_arguments";
+      envelope.message = error.what();
+    } catch (const std::exception& error) {
+      envelope.ok = false;
+      envelope.errorCode = "mutation_failed";
+      envelope.message = error.what();
+    }
   }
 
   void appendLog(const AnyCodableValue& entry) const {

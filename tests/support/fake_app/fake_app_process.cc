@@ -47,6 +47,7 @@ FakeAppProcess::FakeAppProcess(FakeAppOptions options) : options_(std::move(opti
     arguments.insert(arguments.end(), {"--bundle-id", *options_.bundleIdentifier});
   }
   if (options_.foreground) arguments.push_back("--foreground");
+  if (options_.boardEdits) arguments.push_back("--board-edits");
   arguments.insert(
       arguments.end(),
       {"--heartbeat-interval-ms", std::to_string(options_.heartbeatIntervalMs), "--lifetime-ms",

@@ -28,6 +28,9 @@ struct FakeAppOptions {
   int lifetimeMs = 60000;
   // How far in the past each heartbeat is dated; negative dates it in the future.
   double staleSeconds = 0;
+  // Performs create_cards, edit_cards, delete_cards and resize_cards on the project's files with a
+  // mutation checkpoint around each (fake_board_edits.h), unless `responses` scripts them.
+  bool boardEdits = false;
 };
 
 class FakeAppProcess {
