@@ -92,18 +92,23 @@ std::string ProjectFileAccess::read(const std::filesystem::path& location,
     throw WorkspaceProjectSnapshotError::decodeFailed(displayPath,
                                                       "Expected a file, found a folder.");
   }
-  std::string contents;
-  contents.resize(static_cast<size_t>(status.st_size));
+  // The buffer is sized to the file exactly; the end is confirmed with a read into a small
+  // buffer, so a file that did not grow costs no second allocation and no slack.
+  std::string contents(static_cast<size_t>(status.st_size), '\0');
   size_t filled = 0;
+  char overflow[4096];
   while (true) {
-    if (filled == contents.size()) contents.resize(contents.size() + 4096);  // grew meanwhile
-    const ssize_t count = ::read(file.get(), contents.data() + filled, contents.size() - filled);
+    const bool full = filled == contents.size();
+    char* target = full ? overflow : contents.data() + filled;
+    const size_t room = full ? sizeof(overflow) : contents.size() - filled;
+    const ssize_t count = ::read(file.get(), target, room);
     if (count < 0) {
       if (errno == EINTR) continue;
       throw WorkspaceProjectSnapshotError::decodeFailed(
           displayPath, std::string("The file could not be read: ") + std::strerror(errno) + ".");
     }
     if (count == 0) break;
+    if (full) contents.append(overflow, static_cast<size_t>(count));  // the file grew meanwhile
     filled += static_cast<size_t>(count);
   }
   contents.resize(filled);

@@ -140,9 +140,11 @@ class EntryResolver {
     if (!bytes) bytes = files_.read(location, path);
     std::string component = fingerprintComponent(path, *bytes);
     std::string text = requireUTF8(std::move(*bytes), path);
-    AnyCodableValue payload =
-        overlay(std::move(entry.payload), "richText",
-                {{"markdown", std::move(text)}, {"sourceURL", fileURLString(location)}});
+    // Built by moves: an initializer list would copy the text.
+    std::vector<JSONObject::Entry> fields;
+    fields.emplace_back("markdown", std::move(text));
+    fields.emplace_back("sourceURL", fileURLString(location));
+    AnyCodableValue payload = overlay(std::move(entry.payload), "richText", std::move(fields));
     return {std::move(payload), 1, {std::move(component)}};
   }
 
@@ -153,9 +155,11 @@ class EntryResolver {
     if (!isValidUTF8(bytes) || readCSV(bytes, sink)) {
       throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
     }
-    AnyCodableValue payload =
-        overlay(std::move(entry.payload), "table",
-                {{"columns", std::move(sink.columns)}, {"rows", std::move(sink.rows)}});
+    // Built by moves: an initializer list would copy every cell.
+    std::vector<JSONObject::Entry> fields;
+    fields.emplace_back("columns", std::move(sink.columns));
+    fields.emplace_back("rows", std::move(sink.rows));
+    AnyCodableValue payload = overlay(std::move(entry.payload), "table", std::move(fields));
     return {std::move(payload), 1, {fingerprintComponent(path, bytes)}};
   }
 
