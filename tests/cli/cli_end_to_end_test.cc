@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/json/any_codable_value.h"
+#include "support/fake_app/fake_app_process.h"
 #include "support/process_runner.h"
 #include "support/temp_directory.h"
 
@@ -147,8 +148,8 @@ TEST_F(CLIEndToEndTest, AgentCommandsOnAProject) {
   expectAll({
       {{"agent", "list-tools", "--project", project},
        0,
-       "get_card_content: Fetch card content in full, summary, or type-specific "
-       "form.\ngrep_cards: ",
+       "ask_user: Append a guided assistant prompt to the active chat for free-form replies or "
+       "structured form input.\ncompile_html: ",
        ""},
       {{"agent", "list-tools", "--project", project, "--json"}, 0, "{\n  \"tools\" : [", ""},
       {{"agent", "tool-details", "List-Tools", "--project", project, "--card-type", " table "},
@@ -204,7 +205,7 @@ TEST_F(CLIEndToEndTest, ProjectResolution) {
               "",
               "Error: agent commands require an existing project directory.\n"}});
   // An explicit path wins over the environment.
-  expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "get_card_content: ", ""}});
+  expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "ask_user: ", ""}});
 }
 
 TEST_F(CLIEndToEndTest, ABoardThatDoesNotLoadFailsEveryAgentCommand) {
@@ -225,8 +226,7 @@ TEST_F(CLIEndToEndTest, ABoardThatDoesNotLoadFailsEveryAgentCommand) {
 
   // A folder without a workspace document is an empty board.
   TempDirectory bare;
-  expectAll(
-      {{{"agent", "list-tools", "--project", bare.path().string()}, 0, "get_card_content: ", ""}});
+  expectAll({{{"agent", "list-tools", "--project", bare.path().string()}, 0, "ask_user: ", ""}});
 }
 
 TEST_F(CLIEndToEndTest, TheCatalogueHoldsTheBoardToolsSortedByName) {
@@ -237,9 +237,13 @@ TEST_F(CLIEndToEndTest, TheCatalogueHoldsTheBoardToolsSortedByName) {
   for (const auto& tool : *answer.member("tools")->asArray()) {
     names.push_back(*tool.member("name")->asString());
   }
-  EXPECT_EQ(names, (std::vector<std::string>{"get_card_content", "grep_cards", "list_card_metadata",
-                                             "list_tools", "search_cards", "search_in_card",
-                                             "tool_details"}));
+  EXPECT_EQ(names, (std::vector<std::string>{
+                       "ask_user",      "compile_html", "create_cards",      "delete_cards",
+                       "edit_cards",    "focus_card",   "get_card_content",  "get_group_layout",
+                       "grep_cards",    "group_cards",  "list_card_layouts", "list_card_metadata",
+                       "list_tools",    "parse_pdf",    "propose_options",   "resize_cards",
+                       "screenshot",    "search_cards", "search_in_card",    "tool_details",
+                       "viewport_state"}));
   EXPECT_EQ(result.standardOutput.back(), '\n');
 }
 
@@ -289,6 +293,68 @@ TEST_F(CLIEndToEndTest, BoardToolsAnswerAndReportFailuresWithTheirExitCodes) {
   const AnyCodableValue answer = AnyCodableValue::parse(content.standardOutput);
   EXPECT_EQ(answer.member("not_found")->compactJSONString(), R"(["nope"])");
   EXPECT_EQ(content.exitCode, 0);
+}
+
+}  // namespace
+}  // namespace zorvik
+
+namespace zorvik {
+namespace {
+
+// The inspect commands reach their tools without building the agent catalogue: the layout tools
+// read the project, the runtime tools answer at once without an application and pass the
+// application's answer through when one runs.
+TEST_F(CLIEndToEndTest, InspectCommandsReachTheLayoutAndViewportTools) {
+  const std::string card = "6F1D2C9A-3B4E-4F5A-8B6C-7D8E9F0A1B2C";
+  project_.write(".zorvik/workspace.json", R"({
+    "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
+    "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": [{
+      "id": ")" + card + R"(", "kindRawValue": "richText", "title": "Note",
+      "shadowEnabled": false, "createdAt": "2026-01-01T00:00:00Z",
+      "layout": {"position": {"x": 10, "y": 20}, "zIndex": 1, "actualWidth": 100,
+                 "actualHeight": 50},
+      "payload": {"type": "richText", "richText": {"markdown": "Hello"}}}]})");
+  const std::string project = projectPath();
+  const std::string focus = R"({"card_id": ")" + card + R"("})";
+  expectAll({
+      {{"project", "inspect", "list-card-layouts", "--project", project, "--args-json",
+        R"({"scope": "board"})"},
+       0,
+       "{\n  \"layouts\" : [",
+       ""},
+      {{"project", "inspect", "get_group_layout", "--project", project},
+       0,
+       "{\n  \"groups\" : [",
+       ""},
+      {{"project", "inspect", "focus_card", "--project", project},
+       2,
+       "",
+       "Error: Unknown project inspect tool: focus_card\n"},
+      {{"runtime", "inspect", "screenshot", "--project", project},
+       7,
+       "{\n  \"camera_scope\" : \"user\"",
+       ""},
+      {{"runtime", "inspect", "list_card_layouts", "--project", project},
+       2,
+       "",
+       "Error: Unknown runtime inspect tool: list_card_layouts\n"},
+  });
+  // Without an application focus_card still computes the card's centre, and says why it could
+  // not move the camera.
+  const ProcessResult unfocused =
+      run({"runtime", "inspect", "focus-card", "--project", project, "--args-json", focus});
+  const AnyCodableValue answer = AnyCodableValue::parse(unfocused.standardOutput);
+  EXPECT_EQ(answer.member("resolved_center")->compactJSONString(), R"({"x":60,"y":45})");
+  EXPECT_EQ(*answer.member("error_code")->asString(), "runtime_unavailable");
+
+  testing::FakeAppProcess app(testing::FakeAppOptions{.projectFolder = project_.path(),
+                                                      .responses = AnyCodableValue::parse(R"({
+        "viewport_state": {"ok": true, "payload": {"zoom": 2, "camera_scope": "agent"}}})")});
+  const ProcessResult viewport = run({"runtime", "inspect", "viewport_state", "--project", project,
+                                      "--args-json", R"({"camera_scope": "agent"})"});
+  EXPECT_EQ(viewport.exitCode, 0) << viewport.standardError;
+  EXPECT_EQ(AnyCodableValue::parse(viewport.standardOutput).compactJSONString(),
+            R"({"camera_scope":"agent","zoom":2})");
 }
 
 }  // namespace

@@ -397,11 +397,14 @@ FakeBoardEditResult resizeCards(Board& board, const AnyCodableValue& arguments) 
   FakeBoardEditResult result;
   AnyCodableValue::Array results;
   for (const AnyCodableValue& resize : resizes) {
+    const auto positive = [&](std::string_view key) {
+      const double value = numberMember(resize, key).value_or(0);
+      return std::isfinite(value) && value > 0 ? value : 0.0;
+    };
     const std::string* id = resize.isObject() ? stringMember(resize, "card_id") : nullptr;
-    const auto width = resize.isObject() ? numberMember(resize, "width") : std::nullopt;
-    const auto height = resize.isObject() ? numberMember(resize, "height") : std::nullopt;
-    if (!id || !width || !height || !std::isfinite(*width) || !std::isfinite(*height) ||
-        *width <= 0 || *height <= 0) {
+    const double width = resize.isObject() ? positive("width") : 0;
+    const double height = resize.isObject() ? positive("height") : 0;
+    if (!id || width == 0 || height == 0) {
       throw std::invalid_argument(
           "resize_cards resizes need card_id and positive width and height.");
     }
@@ -414,15 +417,15 @@ FakeBoardEditResult resizeCards(Board& board, const AnyCodableValue& arguments) 
       continue;
     }
     const bool changed =
-        entry->layout.actualWidth != *width || entry->layout.actualHeight != *height;
-    entry->layout.actualWidth = *width;
-    entry->layout.actualHeight = *height;
+        entry->layout.actualWidth != width || entry->layout.actualHeight != height;
+    entry->layout.actualWidth = width;
+    entry->layout.actualHeight = height;
     results.push_back(resultEntry({{"card_id", *id},
                                    {"changed", changed},
                                    {"card_type", entry->kindRawValue},
                                    {"resize_mode", "explicit"},
-                                   {"applied_width", *width},
-                                   {"applied_height", *height}},
+                                   {"applied_width", width},
+                                   {"applied_height", height}},
                                   "resized", changed ? "Card resized." : "Size unchanged."));
   }
   result.answer.set("results", std::move(results));
