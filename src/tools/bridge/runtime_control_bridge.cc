@@ -1,14 +1,15 @@
 #include "tools/bridge/runtime_control_bridge.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <system_error>
-#include <thread>
 
 #include "foundation/atomic_file.h"
 #include "foundation/json/value_decoder.h"
+#include "tools/bridge/outbox_watch.h"
 #include "tools/bridge/runtime_heartbeat.h"
 
 namespace zorvik {
@@ -60,6 +61,8 @@ RuntimeToolResponse RuntimeControlBridge::sendCommand(const std::filesystem::pat
       .createdAt = currentDate(),
   };
   const std::string fileName = request.requestId + ".json";
+  // Watching starts before the request exists, so an answer cannot slip in unnoticed.
+  OutboxWatch outbox(paths.outbox);
   try {
     const std::optional<std::string> text = request.encode().compactJSONString();
     if (!text) {
@@ -85,7 +88,7 @@ RuntimeToolResponse RuntimeControlBridge::sendCommand(const std::filesystem::pat
       answered = true;
       break;
     }
-    std::this_thread::sleep_for(std::chrono::duration<double>(kPollIntervalSeconds));
+    outbox.wait(std::min(kPollIntervalSeconds, timeoutSeconds - elapsedSeconds()));
   }
   if (!answered) {
     return RuntimeToolResponse::failure(

@@ -36,7 +36,8 @@ struct RuntimeControlPaths {
 
 class RuntimeControlBridge {
  public:
-  // How often the outbox is looked at while a call waits.
+  // How often, at the least, the outbox is looked at while a call waits; a file arriving in the
+  // outbox ends the wait at once (OutboxWatch).
   static constexpr double kPollIntervalSeconds = 0.05;
 
   // True only when the project's heartbeat file exists, reads, decodes and is fresh right now.
