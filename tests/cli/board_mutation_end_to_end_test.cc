@@ -176,6 +176,54 @@ TEST_F(BoardMutationEndToEndTest, FailuresAnswerInTheToolsShapeWithExitCodeEight
             AnyCodableValue(AnyCodableValue::Array{}));
 }
 
+// Each bridge tool, with an application that refuses the call without a payload: the answer keeps
+// the tool's own shape, carries the application's code and a message, and the exit code is 8.
+TEST_F(BoardMutationEndToEndTest, EveryBridgeToolReportsARefusalInItsOwnShape) {
+  struct RefusalCase {
+    std::string tool;
+    std::string arguments;
+    std::vector<std::string> keys;  // keys the failure answer must hold besides the message
+  };
+  const std::vector<RefusalCase> cases = {
+      {"create_cards",
+       R"({"cards": [{"type": 7}]})",
+       {"created_card_ids", "results", "persistence", "mutation_outcome",
+        "project_checkpoint_ref"}},
+      {"edit_cards", R"({"edits": "all"})", {"results", "mutation_outcome"}},
+      {"group_cards", R"({"operation": "explode"})", {"operation", "mutation_outcome"}},
+      {"delete_cards", R"({"card_ids": []})", {"results", "persistence", "mutation_outcome"}},
+      {"resize_cards",
+       R"({"resizes": [{"card_id": "x", "width": -1}]})",
+       {"results", "mutation_outcome"}},
+      {"compile_html", R"({})", {"diagnostics", "error_count"}},
+      {"parse_pdf", R"({"operation": "inspect"})", {"document", "mutation_outcome"}},
+      {"ask_user", R"({"message": 3})", {"ok", "status"}},
+      {"propose_options", R"({})", {"ok", "status"}},
+  };
+  JSONObject script;
+  for (const RefusalCase& test : cases) {
+    script.set(test.tool, JSONObject{{"ok", false}, {"error_code", "invalid_arguments"}});
+  }
+  FakeAppProcess app(FakeAppOptions{.projectFolder = project_.path(), .responses = script});
+  for (const RefusalCase& test : cases) {
+    SCOPED_TRACE(test.tool);
+    const CallResult refused = call(test.tool, test.arguments);
+    EXPECT_EQ(refused.exitCode, 8);
+    EXPECT_EQ(text(refused.answer, "error_code"), "invalid_arguments");
+    // The board tools supply a message of their own; the chat tools answer the generic object.
+    const bool chatTool = test.tool == "ask_user" || test.tool == "propose_options";
+    if (chatTool) {
+      EXPECT_EQ(*refused.answer.member("message"), AnyCodableValue());
+    } else {
+      EXPECT_EQ(text(refused.answer, "message"), test.tool + " failed before returning a payload.");
+    }
+    for (const std::string& key : test.keys) {
+      EXPECT_NE(refused.answer.member(key), nullptr) << key;
+    }
+  }
+  EXPECT_EQ(app.handledRequests().size(), cases.size());
+}
+
 TEST_F(BoardMutationEndToEndTest, WithoutAnApplicationATimedOutCreateSaysHowToRetry) {
   const CallResult timedOut =
       call("create_cards", R"({"idempotency_key": "k1", "cards": [{"type": "rich_text"}]})");
