@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
+#include <optional>
 #include <thread>
-#include <variant>
 
 #include "foundation/file_url.h"
 #include "foundation/json/value_decoder.h"
@@ -155,7 +155,9 @@ class EntryResolver {
     if (!isValidUTF8(bytes) || readCSV(bytes, sink)) {
       throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
     }
-    // Built by moves: an initializer list would copy every cell.
+    // Tables are the bulk of a board: give back the growth slack of the row list, and build the
+    // fields by moves (an initializer list would copy every cell).
+    sink.rows.shrink_to_fit();
     std::vector<JSONObject::Entry> fields;
     fields.emplace_back("columns", std::move(sink.columns));
     fields.emplace_back("rows", std::move(sink.rows));
@@ -243,35 +245,38 @@ WorkspaceCompileDiagnostic cardDiagnostic(const FilesystemWorkspaceEntry& entry,
   };
 }
 
-// A resolved entry's card record and what was read for it, or the diagnostic of its failure.
-struct ResolvedCard {
-  CardRecord record;
-  ResolvedEntry files;
+// What resolving one entry left besides its card: the files read for it, or why it failed.
+struct EntryOutcome {
+  int fileCount = 0;
+  std::vector<std::string> fingerprintComponents;
+  std::optional<WorkspaceCompileDiagnostic> failure;
 };
-using EntryOutcome = std::variant<ResolvedCard, WorkspaceCompileDiagnostic>;
 
-EntryOutcome resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver) {
+void resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver, CardRecord& card,
+                EntryOutcome& outcome) {
   try {
     ResolvedEntry resolved = resolver.resolve(entry);
-    AnyCodableValue payload = std::move(resolved.payload);
-    return ResolvedCard{CardRecord::fromEntry(entry, std::move(payload)), std::move(resolved)};
+    card = CardRecord::fromEntry(entry, std::move(resolved.payload));
+    outcome.fileCount = resolved.fileCount;
+    outcome.fingerprintComponents = std::move(resolved.fingerprintComponents);
   } catch (const std::exception& error) {
-    return cardDiagnostic(entry, error.what());
+    outcome.failure = cardDiagnostic(entry, error.what());
   }
 }
 
-// Resolves every entry, on several threads for large boards; outcomes keep entry order.
-std::vector<std::optional<EntryOutcome>> resolveEntries(
-    std::vector<FilesystemWorkspaceEntry>& entries, const EntryResolver& resolver) {
+// Resolves every entry into `cards[i]` and `outcomes[i]` (both sized to the entries), on several
+// threads for large boards. Cards are built in place, in their final storage, so a large board is
+// never held twice.
+void resolveEntries(std::vector<FilesystemWorkspaceEntry>& entries, const EntryResolver& resolver,
+                    std::vector<CardRecord>& cards, std::vector<EntryOutcome>& outcomes) {
   constexpr size_t kEntriesPerThread = 256;
   constexpr size_t kBatch = 32;
-  std::vector<std::optional<EntryOutcome>> slots(entries.size());
   std::atomic<size_t> next{0};
   const auto work = [&] {
     for (size_t start = next.fetch_add(kBatch); start < entries.size();
          start = next.fetch_add(kBatch)) {
       for (size_t i = start; i < std::min(start + kBatch, entries.size()); ++i) {
-        slots[i] = resolveOne(entries[i], resolver);
+        resolveOne(entries[i], resolver, cards[i], outcomes[i]);
       }
     }
   };
@@ -281,7 +286,6 @@ std::vector<std::optional<EntryOutcome>> resolveEntries(
   for (size_t t = 1; t < threads; ++t) helpers.emplace_back(work);
   work();
   helpers.clear();  // joins
-  return slots;
 }
 
 }  // namespace
@@ -309,27 +313,35 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
     document = emptyProjectDocument(files.root());
   }
 
-  std::vector<std::optional<EntryOutcome>> outcomes =
-      resolveEntries(document.entries, EntryResolver(files));
-  snapshot.cards.reserve(outcomes.size());
-  for (std::optional<EntryOutcome>& slot : outcomes) {
-    EntryOutcome& outcome = *slot;
-    if (auto* diagnostic = std::get_if<WorkspaceCompileDiagnostic>(&outcome)) {
-      snapshot.loadDiagnostics.push_back(std::move(*diagnostic));
-      continue;
-    }
-    auto& [record, resolved] = std::get<ResolvedCard>(outcome);
-    if (snapshot.checkedFiles > std::numeric_limits<int>::max() - resolved.fileCount) {
-      std::abort();  // more files than a board can hold; the count must not wrap
-    }
-    snapshot.checkedFiles += resolved.fileCount;
-    for (auto& component : resolved.fingerprintComponents)
-      fingerprint.push_back(std::move(component));
-    snapshot.cards.push_back(std::move(record));
-  }
-
   snapshot.metadata = ProjectMetadata::fromDocument(document);
   snapshot.folders = {FolderRecord::rootFromDocument(document)};
+
+  std::vector<CardRecord> cards(document.entries.size());
+  std::vector<EntryOutcome> outcomes(document.entries.size());
+  resolveEntries(document.entries, EntryResolver(files), cards, outcomes);
+  document.entries = {};  // their payloads now live in the cards
+
+  // Cards of failed entries are dropped by moving the later cards down, keeping entry order.
+  size_t kept = 0;
+  for (size_t i = 0; i < cards.size(); ++i) {
+    EntryOutcome& outcome = outcomes[i];
+    if (outcome.failure) {
+      snapshot.loadDiagnostics.push_back(std::move(*outcome.failure));
+      continue;
+    }
+    if (snapshot.checkedFiles > std::numeric_limits<int>::max() - outcome.fileCount) {
+      std::abort();  // more files than a board can hold; the count must not wrap
+    }
+    snapshot.checkedFiles += outcome.fileCount;
+    for (auto& component : outcome.fingerprintComponents)
+      fingerprint.push_back(std::move(component));
+    if (kept != i) cards[kept] = std::move(cards[i]);
+    ++kept;
+  }
+  cards.erase(cards.begin() + static_cast<std::ptrdiff_t>(kept), cards.end());
+  outcomes = {};
+  snapshot.cards = std::move(cards);
+
   std::sort(fingerprint.begin(), fingerprint.end());
   std::string joined;
   for (size_t i = 0; i < fingerprint.size(); ++i) {

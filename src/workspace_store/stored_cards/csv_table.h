@@ -25,6 +25,15 @@ std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
   bool rowHasCells = false;
   bool anyRow = false;
   bool insideQuotes = false;
+  // A cell's first piece is copied into a string of its exact size: appending to an empty string
+  // would round its capacity up, and tables hold millions of cells.
+  const auto appendToCell = [&](std::string_view piece) {
+    if (cell.empty()) {
+      cell = std::string(piece);
+    } else {
+      cell.append(piece);
+    }
+  };
   const auto finishCell = [&] {
     sink.cell(std::move(cell));
     cell.clear();
@@ -41,7 +50,7 @@ std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
     if (insideQuotes) {
       const size_t quote = text.find('"', i);
       if (quote == std::string_view::npos) return CSVFailure::unterminatedQuote;
-      cell.append(text.substr(i, quote - i));
+      appendToCell(text.substr(i, quote - i));
       if (quote + 1 < text.size() && text[quote + 1] == '"') {
         cell += '"';
         i = quote + 2;
@@ -53,7 +62,7 @@ std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
     }
     const size_t special = text.find_first_of(",\r\n\"", i);
     const size_t end = special == std::string_view::npos ? text.size() : special;
-    cell.append(text.substr(i, end - i));
+    appendToCell(text.substr(i, end - i));
     if (end == text.size()) break;
     i = end + 1;
     switch (text[end]) {
