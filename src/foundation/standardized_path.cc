@@ -3,8 +3,10 @@
 namespace zorvik {
 
 std::filesystem::path standardizedPath(const std::filesystem::path& path) {
+  // An absolute path needs no working directory (asking for it is a system call).
   std::error_code error;
-  std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  std::filesystem::path absolute =
+      path.is_absolute() ? path : std::filesystem::absolute(path, error);
   if (error) absolute = path;
   std::filesystem::path normal = absolute.lexically_normal();
   if (normal.has_relative_path() && normal.filename().empty()) normal = normal.parent_path();

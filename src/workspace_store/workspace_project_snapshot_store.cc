@@ -94,21 +94,34 @@ class EntryResolver {
     if (path.empty()) return {std::move(entry.payload), 0, {}};
     const std::filesystem::path location = files_.entryLocation(path);
 
-    // A Markdown file is read once: its text decides between link and rich text.
+    // The entry's file or folder is opened once; a Markdown file is read once, and its text
+    // decides between link and rich text. What cannot be opened is read again by path, which
+    // reports why.
+    const std::optional<ProjectFile> opened = files_.open(location);
+    const auto readEntryFile = [&] {
+      return opened ? opened->readAll(path) : files_.read(location, path);
+    };
     std::optional<std::string> markdownBytes;
-    const std::string kind = entryKind(path, entry.kindRawValue, location, markdownBytes);
-    if (kind == "richText") return richText(entry, path, location, std::move(markdownBytes));
-    if (kind == "table") return table(entry, path, location);
-    if (kind == "link") return link(path, location, std::move(markdownBytes));
+    const std::string kind =
+        entryKind(path, entry.kindRawValue, location, opened, readEntryFile, markdownBytes);
+    if (!markdownBytes && (kind == "richText" || kind == "table" || kind == "link")) {
+      markdownBytes = readEntryFile();
+    }
+    if (kind == "richText") return richText(entry, path, location, std::move(*markdownBytes));
+    if (kind == "table") return table(entry, path, *markdownBytes);
+    if (kind == "link") return link(path, std::move(*markdownBytes));
     if (kind == "html") return html(entry, path, location);
     return {std::move(entry.payload), 0, {}};
   }
 
  private:
+  template <class ReadEntryFile>
   std::string entryKind(const std::string& path, const std::string& preferredKind,
                         const std::filesystem::path& location,
+                        const std::optional<ProjectFile>& opened,
+                        const ReadEntryFile& readEntryFile,
                         std::optional<std::string>& markdownBytes) const {
-    if (files_.isDirectory(location)) {
+    if (opened && opened->isDirectory()) {
       std::error_code error;
       const bool hasIndex = std::filesystem::exists(location / "index.html", error);
       return preferredKind == "html" || hasIndex ? "html" : "folder";
@@ -119,7 +132,7 @@ class EntryResolver {
     const std::string extension = lowercaseExtension(path);
     if (extension == ".md" || extension == ".markdown") {
       try {
-        markdownBytes = files_.read(location, path);
+        markdownBytes = readEntryFile();
       } catch (const WorkspaceProjectSnapshotError&) {
         return "richText";  // fails again, with its reason, when read as rich text
       }
@@ -135,11 +148,9 @@ class EntryResolver {
   }
 
   ResolvedEntry richText(FilesystemWorkspaceEntry& entry, const std::string& path,
-                         const std::filesystem::path& location,
-                         std::optional<std::string> bytes) const {
-    if (!bytes) bytes = files_.read(location, path);
-    std::string component = fingerprintComponent(path, *bytes);
-    std::string text = requireUTF8(std::move(*bytes), path);
+                         const std::filesystem::path& location, std::string bytes) const {
+    std::string component = fingerprintComponent(path, bytes);
+    std::string text = requireUTF8(std::move(bytes), path);
     // Built by moves: an initializer list would copy the text.
     std::vector<JSONObject::Entry> fields;
     fields.emplace_back("markdown", std::move(text));
@@ -149,8 +160,7 @@ class EntryResolver {
   }
 
   ResolvedEntry table(FilesystemWorkspaceEntry& entry, const std::string& path,
-                      const std::filesystem::path& location) const {
-    const std::string bytes = files_.read(location, path);
+                      const std::string& bytes) const {
     TableRowsSink sink;
     if (!isValidUTF8(bytes) || readCSV(bytes, sink)) {
       throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
@@ -165,18 +175,16 @@ class EntryResolver {
     return {std::move(payload), 1, {fingerprintComponent(path, bytes)}};
   }
 
-  ResolvedEntry link(const std::string& path, const std::filesystem::path& location,
-                     std::optional<std::string> bytes) const {
-    if (!bytes) bytes = files_.read(location, path);
-    std::string component = fingerprintComponent(path, *bytes);
+  ResolvedEntry link(const std::string& path, std::string bytes) const {
+    std::string component = fingerprintComponent(path, bytes);
     LegacyFilesystemLinkCardDocument document;
     const bool isLegacyJSON =
         lowercased(std::filesystem::path(path).filename().string()).ends_with(".link.json");
     try {
       if (isLegacyJSON) {
-        document = decodeValue<LegacyFilesystemLinkCardDocument>(AnyCodableValue::parse(*bytes));
+        document = decodeValue<LegacyFilesystemLinkCardDocument>(AnyCodableValue::parse(bytes));
       } else {
-        const std::string text = requireUTF8(std::move(*bytes), path);
+        const std::string text = requireUTF8(std::move(bytes), path);
         document = LegacyFilesystemLinkCardDocument::fromMarkdown(
             FilesystemMarkdownLinkCardCodec::decode(text));
       }

@@ -137,6 +137,9 @@ TEST_F(SnapshotStoreTest, DamagedEntriesBecomeDiagnosticsAndTheRestLoads) {
   std::filesystem::create_symlink(outside.path() / "site", project_.path() / "escape-site");
   std::filesystem::create_directories(project_.path() / "inner");
   std::filesystem::create_symlink(secret, project_.path() / "inner" / "index.html");
+  // Symlinks that stay inside the project are followed, written relative or absolute.
+  std::filesystem::create_symlink("ok.md", project_.path() / "alias.md");
+  std::filesystem::create_symlink(project_.path() / "ok.md", project_.path() / "absolute-alias.md");
 
   struct Damage {
     std::string path;
@@ -146,6 +149,8 @@ TEST_F(SnapshotStoreTest, DamagedEntriesBecomeDiagnosticsAndTheRestLoads) {
   const std::vector<Damage> damages = {
       {"ok.md", "richText", ""},
       {"front.md", "richText", ""},  // broken front matter is plain rich text
+      {"alias.md", "richText", ""},
+      {"absolute-alias.md", "richText", ""},
       {"missing.md", "richText", "Failed to decode missing.md: The file could not be read"},
       {"latin1.md", "richText", "Failed to decode latin1.md: Expected UTF-8 text."},
       {"bad.csv", "table", "Failed to decode bad.csv: Expected valid UTF-8 CSV content."},
@@ -188,9 +193,13 @@ TEST_F(SnapshotStoreTest, DamagedEntriesBecomeDiagnosticsAndTheRestLoads) {
     EXPECT_EQ(found.actionability, WorkspaceCompileDiagnosticActionability::fixable);
   }
   EXPECT_EQ(diagnostic, snapshot.loadDiagnostics.size());
-  ASSERT_EQ(snapshot.cards.size(), 2u);
+  ASSERT_EQ(snapshot.cards.size(), 4u);
   EXPECT_EQ(*snapshot.cards[1].payload.member("richText")->member("markdown")->asString(),
             "---\nzorvik-kind: link\n  broken\n---\nbody");
+  for (size_t alias : {2, 3}) {
+    EXPECT_EQ(*snapshot.cards[alias].payload.member("richText")->member("markdown")->asString(),
+              "fine");
+  }
 }
 
 TEST_F(SnapshotStoreTest, FingerprintFollowsFilesNotEntryOrder) {
