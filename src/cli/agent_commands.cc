@@ -30,6 +30,16 @@ std::string stringMember(const AnyCodableValue& value, std::string_view key) {
   return member && member->asString() ? *member->asString() : std::string();
 }
 
+// Keeps a command's registry, and the board its tools hold, until the process ends. Freeing a
+// large board piece by piece at exit costs more than many commands' own work, and the system
+// takes the memory back at once. The registry stays reachable from here, so leak checkers do not
+// count it.
+void keepUntilExit(std::unique_ptr<AgentToolRegistry> registry) {
+  static std::vector<std::unique_ptr<AgentToolRegistry>>* kept =
+      new std::vector<std::unique_ptr<AgentToolRegistry>>();
+  kept->push_back(std::move(registry));
+}
+
 }  // namespace
 
 std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem::path& projectURL) {
@@ -115,8 +125,10 @@ void runAgentToolDetails(const AgentToolDetailsOptions& options, std::ostream& o
 
 void runAgentCall(const AgentCallOptions& options, std::ostream& out) {
   const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
-  const auto registry = buildAgentToolRegistry(projectURL);
-  const auto tool = registry->tool(options.toolName);
+  auto registry = buildAgentToolRegistry(projectURL);
+  const AgentToolRegistry& tools = *registry;
+  keepUntilExit(std::move(registry));
+  const auto tool = tools.tool(options.toolName);
   if (!tool) throw ZorvikCLIError::invalidArguments("Unknown agent tool: " + options.toolName);
   AnyCodableValue input = options.arguments;
   if (JSONObject* members = input.asObject(); members && !members->contains("project_path")) {

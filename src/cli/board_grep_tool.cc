@@ -13,6 +13,7 @@
 
 #include "foundation/json/value_decoder.h"
 #include "foundation/json/value_encoder.h"
+#include "foundation/parallel_for.h"
 #include "foundation/text.h"
 #include "tools/cards/card_selection.h"
 #include "tools/cards/workspace_card_search_chunks.h"
@@ -98,7 +99,8 @@ std::u16string escapedPattern(std::u16string_view literal) {
   return escaped;
 }
 
-// Finds the ranges of one query in chunk texts. Built once per call; not shared between threads.
+// Finds the ranges of one query in chunk texts. Built once per call; find() may run on several
+// threads at once (each pattern search makes its own matcher).
 class ChunkMatcher {
  public:
   ChunkMatcher(GrepMode mode, const std::string& query, bool caseSensitive)
@@ -224,6 +226,27 @@ BoardGrepResultSnippet snippetFor(const std::string& label, const std::u16string
   if (end < length) window.append(kEllipsis);
   return {label, toUTF8(std::u16string_view(text).substr(range.start, range.end - range.start)),
           std::move(window)};
+}
+
+// One card's matches: every range counts, the first `maxSnippets` become snippets.
+BoardGrepResultItem grepCard(const WorkspaceCard& card, const ChunkMatcher& matcher,
+                             size_t maxSnippets) {
+  BoardGrepResultItem item{
+      .cardId = card.id.uppercaseString(),
+      .type = std::string(rawValue(card.type)),
+      .title = card.title,
+  };
+  for (const WorkspaceCardSearchChunk& chunk : searchChunks(card, {})) {
+    if (chunk.text.empty()) continue;
+    const std::u16string text = toUTF16(chunk.text);
+    const std::vector<MatchRange> ranges = matcher.find(chunk.text, text, maxSnippets);
+    item.matchCount += static_cast<int64_t>(ranges.size());
+    for (const MatchRange& range : ranges) {
+      if (item.snippets.size() >= maxSnippets) break;
+      item.snippets.push_back(snippetFor(chunk.label, text, range));
+    }
+  }
+  return item;
 }
 
 }  // namespace
@@ -367,22 +390,12 @@ BoardGrepResponse grepCards(const std::vector<WorkspaceCard>& cards,
       .totalCards = static_cast<int64_t>(selection.cards.size()),
       .notFound = std::move(selection.notFound),
   };
-  for (const WorkspaceCard* card : selection.cards) {
-    BoardGrepResultItem item{
-        .cardId = card->id.uppercaseString(),
-        .type = std::string(rawValue(card->type)),
-        .title = card->title,
-    };
-    for (const WorkspaceCardSearchChunk& chunk : searchChunks(*card, {})) {
-      if (chunk.text.empty()) continue;
-      const std::u16string text = toUTF16(chunk.text);
-      const std::vector<MatchRange> ranges = matcher.find(chunk.text, text, maxSnippets);
-      item.matchCount += static_cast<int64_t>(ranges.size());
-      for (const MatchRange& range : ranges) {
-        if (item.snippets.size() >= maxSnippets) break;
-        item.snippets.push_back(snippetFor(chunk.label, text, range));
-      }
-    }
+  // Cards are searched on several threads; results keep the selection's order before sorting.
+  std::vector<BoardGrepResultItem> items(selection.cards.size());
+  parallelFor(
+      items.size(),
+      [&](size_t i) { items[i] = grepCard(*selection.cards[i], matcher, maxSnippets); }, 64);
+  for (BoardGrepResultItem& item : items) {
     if (item.matchCount > 0) response.results.push_back(std::move(item));
   }
   std::stable_sort(response.results.begin(), response.results.end(),

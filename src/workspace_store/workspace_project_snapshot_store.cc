@@ -1,13 +1,12 @@
 #include "workspace_store/workspace_project_snapshot_store.h"
 
 #include <algorithm>
-#include <atomic>
 #include <limits>
 #include <optional>
-#include <thread>
 
 #include "foundation/file_url.h"
 #include "foundation/json/value_decoder.h"
+#include "foundation/parallel_for.h"
 #include "foundation/sha256.h"
 #include "foundation/standardized_path.h"
 #include "foundation/text.h"
@@ -277,23 +276,8 @@ void resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver, 
 // never held twice.
 void resolveEntries(std::vector<FilesystemWorkspaceEntry>& entries, const EntryResolver& resolver,
                     std::vector<CardRecord>& cards, std::vector<EntryOutcome>& outcomes) {
-  constexpr size_t kEntriesPerThread = 256;
-  constexpr size_t kBatch = 32;
-  std::atomic<size_t> next{0};
-  const auto work = [&] {
-    for (size_t start = next.fetch_add(kBatch); start < entries.size();
-         start = next.fetch_add(kBatch)) {
-      for (size_t i = start; i < std::min(start + kBatch, entries.size()); ++i) {
-        resolveOne(entries[i], resolver, cards[i], outcomes[i]);
-      }
-    }
-  };
-  const size_t threads = std::min<size_t>({std::max(1u, std::thread::hardware_concurrency()), 8,
-                                           entries.size() / kEntriesPerThread + 1});
-  std::vector<std::jthread> helpers;
-  for (size_t t = 1; t < threads; ++t) helpers.emplace_back(work);
-  work();
-  helpers.clear();  // joins
+  parallelFor(entries.size(),
+              [&](size_t i) { resolveOne(entries[i], resolver, cards[i], outcomes[i]); });
 }
 
 }  // namespace
