@@ -4,7 +4,9 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <optional>
 
+#include "foundation/parallel_for.h"
 #include "foundation/text.h"
 
 namespace zorvik {
@@ -68,13 +70,22 @@ std::vector<RankedCard> rank(const std::vector<const WorkspaceCard*>& cards,
                              const WorkspaceCardSearchOptions& options) {
   std::vector<RankedCard> ranked;
   if (tokens.empty()) return ranked;
-  for (const WorkspaceCard* card : cards) {
-    std::vector<ScoredChunk> scored = scoreChunks(searchChunks(*card, options), tokens);
-    if (scored.empty() || !(scored.front().score > 0)) continue;
-    RankedCard entry{card, scored.front().score, {}};
-    entry.snippets.reserve(scored.size());
-    for (auto& item : scored) entry.snippets.push_back(std::move(item.chunk));
-    ranked.push_back(std::move(entry));
+  // Cards are scored on several threads, each into its own slot; the order of the cards is kept
+  // for the stable sort below.
+  std::vector<std::optional<RankedCard>> slots(cards.size());
+  parallelFor(
+      cards.size(),
+      [&](size_t i) {
+        std::vector<ScoredChunk> scored = scoreChunks(searchChunks(*cards[i], options), tokens);
+        if (scored.empty() || !(scored.front().score > 0)) return;
+        RankedCard entry{cards[i], scored.front().score, {}};
+        entry.snippets.reserve(scored.size());
+        for (auto& item : scored) entry.snippets.push_back(std::move(item.chunk));
+        slots[i] = std::move(entry);
+      },
+      64);
+  for (std::optional<RankedCard>& slot : slots) {
+    if (slot) ranked.push_back(std::move(*slot));
   }
   std::stable_sort(ranked.begin(), ranked.end(),
                    [](const RankedCard& a, const RankedCard& b) { return a.score > b.score; });
