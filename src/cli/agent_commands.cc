@@ -30,16 +30,6 @@ std::string stringMember(const AnyCodableValue& value, std::string_view key) {
   return member && member->asString() ? *member->asString() : std::string();
 }
 
-// Keeps a command's registry, and the board its tools hold, until the process ends. Freeing a
-// large board piece by piece at exit costs more than many commands' own work, and the system
-// takes the memory back at once. The registry stays reachable from here, so leak checkers do not
-// count it.
-void keepUntilExit(std::unique_ptr<AgentToolRegistry> registry) {
-  static std::vector<std::unique_ptr<AgentToolRegistry>>* kept =
-      new std::vector<std::unique_ptr<AgentToolRegistry>>();
-  kept->push_back(std::move(registry));
-}
-
 }  // namespace
 
 std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem::path& projectURL) {
@@ -84,11 +74,25 @@ std::unique_ptr<AgentToolRegistry> buildAgentToolRegistry(const std::filesystem:
   return registry;
 }
 
+namespace {
+
+// The registry of one command, kept with the board its tools hold until the process ends.
+// Freeing a large board piece by piece at exit costs more than many commands' own work, and the
+// system takes the memory back at once. The registry stays reachable from here, so leak checkers
+// do not count it.
+const AgentToolRegistry& commandRegistry(const std::filesystem::path& projectURL) {
+  static auto* kept = new std::vector<std::unique_ptr<AgentToolRegistry>>();
+  kept->push_back(buildAgentToolRegistry(projectURL));
+  return *kept->back();
+}
+
+}  // namespace
+
 void runAgentListTools(const AgentListToolsOptions& options, std::ostream& out) {
   const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
-  const auto registry = buildAgentToolRegistry(projectURL);
+  const AgentToolRegistry& registry = commandRegistry(projectURL);
   const AnyCodableValue result =
-      ListToolsTool(*registry).run(JSONObject{}, AgentToolContext::forSingleCall());
+      ListToolsTool(registry).run(JSONObject{}, AgentToolContext::forSingleCall());
   const AnyCodableValue* tools = result.member("tools");
   if (options.asJSON || !tools || !tools->asArray()) {
     out << result.jsonString().value_or("{}") << '\n';
@@ -104,12 +108,12 @@ void runAgentListTools(const AgentListToolsOptions& options, std::ostream& out) 
 
 void runAgentToolDetails(const AgentToolDetailsOptions& options, std::ostream& out) {
   const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
-  const auto registry = buildAgentToolRegistry(projectURL);
+  const AgentToolRegistry& registry = commandRegistry(projectURL);
   JSONObject input{{"name", options.toolName}};
   if (options.cardType && !options.cardType->empty()) input.set("card_type", *options.cardType);
   AnyCodableValue result;
   try {
-    result = ToolDetailsTool(*registry).run(input, AgentToolContext::forSingleCall());
+    result = ToolDetailsTool(registry).run(input, AgentToolContext::forSingleCall());
   } catch (const std::exception& error) {
     throw ZorvikCLIError::invalidArguments(formatToolInvocationError(options.toolName, error));
   }
@@ -125,10 +129,7 @@ void runAgentToolDetails(const AgentToolDetailsOptions& options, std::ostream& o
 
 void runAgentCall(const AgentCallOptions& options, std::ostream& out) {
   const auto projectURL = resolveAgentProjectURL(options.projectPath, options.appBundlePath);
-  auto registry = buildAgentToolRegistry(projectURL);
-  const AgentToolRegistry& tools = *registry;
-  keepUntilExit(std::move(registry));
-  const auto tool = tools.tool(options.toolName);
+  const auto tool = commandRegistry(projectURL).tool(options.toolName);
   if (!tool) throw ZorvikCLIError::invalidArguments("Unknown agent tool: " + options.toolName);
   AnyCodableValue input = options.arguments;
   if (JSONObject* members = input.asObject(); members && !members->contains("project_path")) {
