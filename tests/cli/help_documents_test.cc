@@ -117,16 +117,14 @@ TEST(HelpDocumentsTest, RootDocumentStatesExitCodesFlagsAndPointers) {
   EXPECT_EQ(stringAt(root, "name"), "zorvik");
   EXPECT_EQ(stringAt(root, "version"), currentVersionString());
   EXPECT_EQ(stringAt(root, "usage"), "zorvik <command> [options]");
-  EXPECT_EQ(*root.member("exit_codes"), AnyCodableValue::parse(R"([
-    {"code": 0, "summary": "Success"},
-    {"code": 1, "summary": "Unexpected runtime error"},
-    {"code": 2, "summary": "Invalid CLI arguments"},
-    {"code": 3, "summary": "Runtime/project discovery unavailable"},
-    {"code": 4, "summary": "Invalid JSON input"},
-    {"code": 5, "summary": "Project validation failed"},
-    {"code": 6, "summary": "Project inspect tool returned status=error/ok=false"},
-    {"code": 7, "summary": "Runtime inspect tool returned status=error/ok=false"},
-    {"code": 8, "summary": "Agent call returned status=error/ok=false"}])"));
+  // Exit codes 0 to 8 in order; two anchors for their summaries.
+  const auto& exitCodes = *root.member("exit_codes")->asArray();
+  ASSERT_EQ(exitCodes.size(), 9u);
+  for (size_t i = 0; i < exitCodes.size(); ++i) {
+    EXPECT_EQ(*exitCodes[i].member("code"), AnyCodableValue(static_cast<int64_t>(i)));
+  }
+  EXPECT_EQ(stringAt(exitCodes[2], "summary"), "Invalid CLI arguments");
+  EXPECT_EQ(stringAt(exitCodes[8], "summary"), "Agent call returned status=error/ok=false");
   EXPECT_EQ(*root.member("machine_readable"), AnyCodableValue::parse(R"({
     "help": "zorvik help --json", "command_help": "zorvik help <command> --json",
     "schema": "zorvik schema --json"})"));
@@ -167,18 +165,12 @@ TEST(HelpDocumentsTest, CommandDocumentsCarryTheirDetails) {
   const AnyCodableValue runtime = helpPayload(HelpTopic::runtime);
   const AnyCodableValue& runtimeInspect = (*runtime.member("subcommands")->asArray())[0];
   EXPECT_EQ(*runtimeInspect.member("exit_codes"), AnyCodableValue::parse("[0, 7]"));
-  EXPECT_EQ(runtimeInspect.member("notes")->asArray()->size(), 3u);
-
-  const AnyCodableValue agent = helpPayload(HelpTopic::agent);
-  EXPECT_EQ(agent.member("schema_first_rules")->asArray()->back(),
-            AnyCodableValue("get_card_content.mode accepts only: full, summary, type_specific."));
-  EXPECT_EQ(stringAt((*agent.member("subcommands")->asArray())[2], "name"), "call");
+  EXPECT_EQ(stringAt((*helpPayload(HelpTopic::agent).member("subcommands")->asArray())[2], "name"),
+            "call");
 
   const AnyCodableValue version = (*rootHelpPayload().member("commands")->asArray()).back();
   EXPECT_EQ(*version.member("usage"),
             AnyCodableValue::parse(R"(["zorvik version", "zorvik --version"])"));
-  EXPECT_EQ(stringAt(helpPayload(HelpTopic::doctor), "machine_readable_help"),
-            "zorvik help doctor --json");
 }
 
 TEST(HelpDocumentsTest, TextFormsStateTheDocumentsFacts) {
@@ -210,11 +202,7 @@ TEST(HelpDocumentsTest, TextFormsStateTheDocumentsFacts) {
   const std::string runtime = helpText(HelpTopic::runtime);
   EXPECT_NE(runtime.find("card   = isolated full-card render for one card_id\n"),
             std::string::npos);
-  const std::string agent = helpText(HelpTopic::agent);
-  EXPECT_NE(agent.find("Recommended flow:\n"), std::string::npos);
-  EXPECT_NE(agent.find("Schema-first guidance:\n"), std::string::npos);
-  EXPECT_NE(agent.find("get_card_content.mode accepts only: full, summary, type_specific."),
-            std::string::npos);
+  EXPECT_NE(helpText(HelpTopic::agent).find("Schema-first guidance:\n"), std::string::npos);
 }
 
 TEST(HelpDocumentsTest, SchemaDocumentWrapsTheRootDocument) {

@@ -18,6 +18,12 @@ AnyCodableValue folderPayload(JSONObject folderFields) {
   return JSONObject{{"type", "folder"}, {"folder", std::move(folderFields)}};
 }
 
+const AnyCodableValue& at(const AnyCodableValue& value, std::string_view key) {
+  static const AnyCodableValue kMissing("<missing>");
+  const AnyCodableValue* found = value.member(key);
+  return found ? *found : kMissing;
+}
+
 LayoutTestProject::LayoutTestProject(const std::vector<TestCard>& cards) {
   AnyCodableValue::Array entries;
   for (const TestCard& card : cards) {

@@ -4,7 +4,9 @@
 
 #include <optional>
 #include <ostream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "foundation/json/any_codable_value.h"
@@ -19,6 +21,7 @@ void PrintTo(const AnyCodableValue& value, std::ostream* out);
 
 namespace zorvik::testing {
 
+// Listed in this order so that a card can be written on one line as a positional aggregate.
 struct TestCard {
   std::string id;
   std::string kind;  // kindRawValue
@@ -36,6 +39,20 @@ struct TestCard {
 AnyCodableValue richTextPayload(const std::string& text);
 // {"type": "folder", "folder": folderFields}
 AnyCodableValue folderPayload(JSONObject folderFields);
+
+// The member `key` of `value`, or the string "<missing>".
+const AnyCodableValue& at(const AnyCodableValue& value, std::string_view key);
+
+// The message of the std::invalid_argument that `call` throws, or "<no std::invalid_argument>".
+template <class Call>
+std::string invalidArgumentMessage(Call&& call) {
+  try {
+    call();
+  } catch (const std::invalid_argument& error) {
+    return error.what();
+  }
+  return "<no std::invalid_argument>";
+}
 
 class LayoutTestProject {
  public:

@@ -1,7 +1,6 @@
 // list_card_layouts and get_group_layout over real project folders.
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
 #include "foundation/json/decoding_error.h"
@@ -14,7 +13,9 @@
 namespace zorvik {
 namespace {
 
+using testing::at;
 using testing::folderPayload;
+using testing::invalidArgumentMessage;
 using testing::LayoutTestProject;
 using testing::richTextPayload;
 using testing::TempDirectory;
@@ -44,94 +45,29 @@ AnyCodableValue snapTo(const char* anchor, const char* edge, int gap) {
 const AnyCodableValue kStack = JSONObject{
     {"axis", "vertical"}, {"anchorId", kC1}, {"orderedIds", Array{kC1, kC2}}, {"crossOffset", 4}};
 
-// Entry order: A, F1, C3, C1, F2, D2, D1, C2, B, broken folder.
+// Entry order: A, F1, C3, C1, F2, D2, D1, C2, B, broken folder. Fields: id, kind, x, y, width,
+// height, zIndex, parentID, payload, snapConstraints.
 std::vector<TestCard> boardCards() {
+  const auto text = richTextPayload("text");
+  const auto grid = folderPayload({{"layout", "grid"},
+                                   {"grid_columns", 3},
+                                   {"orderedChildIds", Array{kC2, kUnknown, kA, kC1, kC2}},
+                                   {"groupStacks", Array{kStack}}});
+  const auto row = folderPayload({{"layout", "horizontal"}, {"node_role", "group"}});
+  // A folder payload without its required layout word is no folder.
+  const auto broken = folderPayload({{"node_role", "group"}});
   return {
-      {.id = kA,
-       .kind = "richText",
-       .x = 0,
-       .y = 0,
-       .width = 400,
-       .height = 300,
-       .zIndex = 1,
-       .payload = richTextPayload("a"),
-       .snapConstraints = snapTo(kB, "right", 12)},
-      {.id = kF1,
-       .kind = "folder",
-       .x = 1000,
-       .y = 0,
-       .width = 640,
-       .height = 520,
-       .zIndex = 3,
-       .payload = folderPayload({{"layout", "grid"},
-                                 {"grid_columns", 3},
-                                 {"orderedChildIds", Array{kC2, kUnknown, kA, kC1, kC2}},
-                                 {"groupStacks", Array{kStack}}})},
-      {.id = kC3,
-       .kind = "richText",
-       .x = 1340,
-       .y = 40,
-       .width = 280,
-       .height = 180,
-       .zIndex = 3,
-       .parentID = kF1,
-       .payload = richTextPayload("c3")},
-      {.id = kC1,
-       .kind = "richText",
-       .x = 1020,
-       .y = 40,
-       .width = 300,
-       .height = 200,
-       .zIndex = 1,
-       .parentID = kF1,
-       .payload = richTextPayload("c1"),
-       .snapConstraints = snapTo(kC2, "bottom", 20)},
-      {.id = kF2,
-       .kind = "folder",
-       .x = 0,
-       .y = 700,
-       .width = 500,
-       .height = 300,
-       .zIndex = 4,
-       .payload = folderPayload({{"layout", "horizontal"}, {"node_role", "group"}})},
-      {.id = kD2,
-       .kind = "richText",
-       .x = 10,
-       .y = 710,
-       .parentID = kF2,
-       .payload = richTextPayload("d2")},
-      {.id = kD1,
-       .kind = "richText",
-       .x = 120,
-       .y = 710,
-       .parentID = kF2,
-       .payload = richTextPayload("d1")},
-      {.id = kC2,
-       .kind = "richText",
-       .x = 1020,
-       .y = 260,
-       .width = 300,
-       .height = 200,
-       .zIndex = 2,
-       .parentID = kF1,
-       .payload = richTextPayload("c2")},
-      {.id = kB,
-       .kind = "richText",
-       .x = 500.5,
-       .y = 40,
-       .width = 201,
-       .height = 100,
-       .zIndex = 2,
-       .payload = richTextPayload("b")},
-      // A folder payload without its required layout word is no folder.
-      {.id = kBroken, .kind = "folder", .payload = folderPayload({{"node_role", "group"}})},
+      {kA, "richText", 0, 0, 400, 300, 1, {}, text, snapTo(kB, "right", 12)},
+      {kF1, "folder", 1000, 0, 640, 520, 3, {}, grid},
+      {kC3, "richText", 1340, 40, 280, 180, 3, kF1, text},
+      {kC1, "richText", 1020, 40, 300, 200, 1, kF1, text, snapTo(kC2, "bottom", 20)},
+      {kF2, "folder", 0, 700, 500, 300, 4, {}, row},
+      {kD2, "richText", 10, 710, 100, 100, 0, kF2, text},
+      {kD1, "richText", 120, 710, 100, 100, 0, kF2, text},
+      {kC2, "richText", 1020, 260, 300, 200, 2, kF1, text},
+      {kB, "richText", 500.5, 40, 201, 100, 2, {}, text},
+      {kBroken, "folder", 0, 0, 100, 100, 0, {}, broken},
   };
-}
-
-const AnyCodableValue& at(const AnyCodableValue& value, std::string_view key) {
-  static const AnyCodableValue kMissing("<missing>");
-  const AnyCodableValue* found = value.member(key);
-  return found ? *found : kMissing;
 }
 
 const Array& arrayAt(const AnyCodableValue& value, std::string_view key) {
@@ -145,16 +81,6 @@ Array idsOf(const Array& items, std::string_view key) {
   Array ids;
   for (const AnyCodableValue& item : items) ids.push_back(at(item, key));
   return ids;
-}
-
-template <class Call>
-std::string invalidArgumentMessage(Call&& call) {
-  try {
-    call();
-  } catch (const std::invalid_argument& error) {
-    return error.what();
-  }
-  return "<no std::invalid_argument>";
 }
 
 class SnapshotLayoutToolsTest : public ::testing::Test {

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -27,9 +26,11 @@ namespace zorvik {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::at;
 using testing::FakeAppOptions;
 using testing::FakeAppProcess;
 using testing::folderPayload;
+using testing::invalidArgumentMessage;
 using testing::LayoutTestProject;
 using testing::richTextPayload;
 using Array = AnyCodableValue::Array;
@@ -38,22 +39,6 @@ constexpr const char* kGroup = "6A000000-0000-4000-8000-00000000006A";
 constexpr const char* kInside = "6B000000-0000-4000-8000-00000000006B";
 // The card the tools' own examples name.
 constexpr const char* kExampleCard = "3F2B8C1E-5A7D-4E21-9B6C-0D4E8A1F2C3B";
-
-const AnyCodableValue& at(const AnyCodableValue& value, std::string_view key) {
-  static const AnyCodableValue kMissing("<missing>");
-  const AnyCodableValue* found = value.member(key);
-  return found ? *found : kMissing;
-}
-
-template <class Call>
-std::string invalidArgumentMessage(Call&& call) {
-  try {
-    call();
-  } catch (const std::invalid_argument& error) {
-    return error.what();
-  }
-  return "<no std::invalid_argument>";
-}
 
 std::vector<fs::path> filesIn(const fs::path& folder) {
   std::vector<fs::path> files;
@@ -84,28 +69,9 @@ class ViewportToolsTest : public ::testing::Test {
   fs::path inbox() const { return project_.path() / ".zorvik-control/inbox"; }
 
   LayoutTestProject project_{{
-      {.id = kExampleCard,
-       .kind = "richText",
-       .x = -200,
-       .y = -100,
-       .width = 50,
-       .height = 31,
-       .payload = richTextPayload("example")},
-      {.id = kGroup,
-       .kind = "folder",
-       .x = 80,
-       .y = 180,
-       .width = 400,
-       .height = 300,
-       .payload = folderPayload({{"layout", "freeform"}})},
-      {.id = kInside,
-       .kind = "richText",
-       .x = 100,
-       .y = 200,
-       .width = 300,
-       .height = 100,
-       .parentID = kGroup,
-       .payload = richTextPayload("inside")},
+      {kExampleCard, "richText", -200, -100, 50, 31, 0, {}, richTextPayload("example")},
+      {kGroup, "folder", 80, 180, 400, 300, 0, {}, folderPayload({{"layout", "freeform"}})},
+      {kInside, "richText", 100, 200, 300, 100, 0, kGroup, richTextPayload("inside")},
   }};
   const AgentToolContext context_ = AgentToolContext::forSingleCall();
   const FocusCardTool focus_{project_.path()};
@@ -116,15 +82,14 @@ class ViewportToolsTest : public ::testing::Test {
 
 TEST_F(ViewportToolsTest, WithoutTheApplicationEveryToolAnswersAtOnce) {
   const AnyCodableValue focused = runQuickly(focus_, JSONObject{{"card_id", kInside}});
-  EXPECT_EQ(focused, AnyCodableValue(JSONObject{
-                         {"resolved_folder_id", kGroup},
-                         {"resolved_center", JSONObject{{"x", 250}, {"y", 250}}},
-                         {"zoom", 1},
-                         {"camera_scope", "user"},
-                         {"applied_runtime_scroll", false},
-                         {"error_code", "runtime_unavailable"},
-                         {"message", "Desktop runtime not connected."},
-                     }));
+  EXPECT_EQ(focused,
+            AnyCodableValue(JSONObject{{"resolved_folder_id", kGroup},
+                                       {"resolved_center", JSONObject{{"x", 250}, {"y", 250}}},
+                                       {"zoom", 1},
+                                       {"camera_scope", "user"},
+                                       {"applied_runtime_scroll", false},
+                                       {"error_code", "runtime_unavailable"},
+                                       {"message", "Desktop runtime not connected."}}));
   const AnyCodableValue rootCard = runQuickly(
       focus_, JSONObject{{"card_id", kExampleCard}, {"zoom", 2.5}, {"camera_scope", "agent"}});
   EXPECT_TRUE(at(rootCard, "resolved_folder_id").isNull());
@@ -137,30 +102,26 @@ TEST_F(ViewportToolsTest, WithoutTheApplicationEveryToolAnswersAtOnce) {
                                                                   {"card_ids", Array{kInside}},
                                                                   {"folder_id", kGroup},
                                                                   {"camera_scope", "agent"}});
-  EXPECT_EQ(shot, AnyCodableValue(JSONObject{
-                      {"status", "error"},
-                      {"snapshot_mode", "cards"},
-                      {"focus_applied", false},
-                      {"image_path", nullptr},
-                      {"image_paths", Array{}},
-                      {"snapshots", Array{}},
-                      {"captured_rect", nullptr},
-                      {"zoom", 1},
-                      {"folder_id", kGroup},
-                      {"engine_mode", "headless"},
-                      {"camera_scope", "agent"},
-                      {"error_code", "runtime_unavailable"},
-                      {"message", "Desktop runtime not connected."},
-                  }));
+  EXPECT_EQ(shot, AnyCodableValue(JSONObject{{"status", "error"},
+                                             {"snapshot_mode", "cards"},
+                                             {"focus_applied", false},
+                                             {"image_path", nullptr},
+                                             {"image_paths", Array{}},
+                                             {"snapshots", Array{}},
+                                             {"captured_rect", nullptr},
+                                             {"zoom", 1},
+                                             {"folder_id", kGroup},
+                                             {"engine_mode", "headless"},
+                                             {"camera_scope", "agent"},
+                                             {"error_code", "runtime_unavailable"},
+                                             {"message", "Desktop runtime not connected."}}));
 
   const AnyCodableValue viewport = runQuickly(viewport_, JSONObject{});
-  EXPECT_EQ(viewport, AnyCodableValue(JSONObject{
-                          {"status", "error"},
-                          {"engine_mode", "headless"},
-                          {"camera_scope", "user"},
-                          {"error_code", "runtime_unavailable"},
-                          {"message", "Desktop runtime not connected."},
-                      }));
+  EXPECT_EQ(viewport, AnyCodableValue(JSONObject{{"status", "error"},
+                                                 {"engine_mode", "headless"},
+                                                 {"camera_scope", "user"},
+                                                 {"error_code", "runtime_unavailable"},
+                                                 {"message", "Desktop runtime not connected."}}));
   EXPECT_FALSE(fs::exists(project_.path() / ".zorvik-control")) << "nothing was written";
 }
 
@@ -202,16 +163,15 @@ TEST_F(ViewportToolsTest, LiveApplicationReceivesTheCommandAndItsPayloadPassesTh
                             {"camera_scope", "agent"},
                             {"persist_viewport", true}},
                  context_);
-  EXPECT_EQ(focused, AnyCodableValue(JSONObject{
-                         {"resolved_folder_id", kGroup},
-                         {"resolved_center", JSONObject{{"x", 250}, {"y", 250}}},
-                         {"zoom", 1.5},
-                         {"viewport_saved", true},
-                         {"camera_scope", "agent"},
-                         {"applied_runtime_scroll", true},
-                         {"error_code", nullptr},
-                         {"message", nullptr},
-                     }));
+  EXPECT_EQ(focused,
+            AnyCodableValue(JSONObject{{"resolved_folder_id", kGroup},
+                                       {"resolved_center", JSONObject{{"x", 250}, {"y", 250}}},
+                                       {"zoom", 1.5},
+                                       {"viewport_saved", true},
+                                       {"camera_scope", "agent"},
+                                       {"applied_runtime_scroll", true},
+                                       {"error_code", nullptr},
+                                       {"message", nullptr}}));
 
   const AnyCodableValue shotInput =
       JSONObject{{"snapshot_mode", "card"},
@@ -220,36 +180,32 @@ TEST_F(ViewportToolsTest, LiveApplicationReceivesTheCommandAndItsPayloadPassesTh
                  {"size", JSONObject{{"width", 800}, {"height", 600}}},
                  {"format", "png"}};
   const AnyCodableValue shot = screenshot_.run(shotInput, context_);
-  EXPECT_EQ(shot, AnyCodableValue(JSONObject{
-                      {"status", "ok"},
-                      {"snapshot_mode", "card"},
-                      {"zoom", 0.5},
-                      {"camera_scope", "user"},
-                      {"image_path", "/tmp/shot.png"},
-                      {"image_paths", Array{"/tmp/shot.png"}},
-                      {"focus_applied", true},
-                      {"received", shotInput},
-                  }));
+  EXPECT_EQ(shot, AnyCodableValue(JSONObject{{"status", "ok"},
+                                             {"snapshot_mode", "card"},
+                                             {"zoom", 0.5},
+                                             {"camera_scope", "user"},
+                                             {"image_path", "/tmp/shot.png"},
+                                             {"image_paths", Array{"/tmp/shot.png"}},
+                                             {"focus_applied", true},
+                                             {"received", shotInput}}));
 
   const AnyCodableValue viewport = viewport_.run(JSONObject{}, context_);
-  EXPECT_EQ(viewport, AnyCodableValue(JSONObject{
-                          {"center", JSONObject{{"x", 10}, {"y", 20}}},
-                          {"zoom", 0.75},
-                          {"received", JSONObject{{"camera_scope", "user"}}},
-                      }));
+  EXPECT_EQ(viewport,
+            AnyCodableValue(JSONObject{{"center", JSONObject{{"x", 10}, {"y", 20}}},
+                                       {"zoom", 0.75},
+                                       {"received", JSONObject{{"camera_scope", "user"}}}}));
 
   const std::vector<AnyCodableValue> handled = app_->handledRequests();
   ASSERT_EQ(handled.size(), 3u);
   const auto focusRequest = decodeValue<RuntimeToolRequest>(handled[0]);
   EXPECT_EQ(focusRequest.command, "focus_card");
   EXPECT_EQ(focusRequest.runId, context_.runID);
-  EXPECT_EQ(focusRequest.arguments, AnyCodableValue(JSONObject{
-                                        {"card_id", kInside},
-                                        {"center", JSONObject{{"x", 250}, {"y", 250}}},
-                                        {"zoom", 2},
-                                        {"camera_scope", "agent"},
-                                        {"persist_viewport", true},
-                                    }));
+  EXPECT_EQ(focusRequest.arguments,
+            AnyCodableValue(JSONObject{{"card_id", kInside},
+                                       {"center", JSONObject{{"x", 250}, {"y", 250}}},
+                                       {"zoom", 2},
+                                       {"camera_scope", "agent"},
+                                       {"persist_viewport", true}}));
   EXPECT_EQ(decodeValue<RuntimeToolRequest>(handled[1]).command, "screenshot");
   EXPECT_EQ(decodeValue<RuntimeToolRequest>(handled[2]).command, "viewport_state");
   EXPECT_TRUE(filesIn(inbox()).empty());
@@ -277,13 +233,11 @@ TEST_F(ViewportToolsTest, FailingApplicationAnswersMapToErrorShapes) {
   EXPECT_EQ(at(shot, "image_paths"), AnyCodableValue(Array{}));
 
   const AnyCodableValue viewport = viewport_.run(JSONObject{{"camera_scope", "agent"}}, context_);
-  EXPECT_EQ(viewport, AnyCodableValue(JSONObject{
-                          {"status", "error"},
-                          {"engine_mode", "runtime"},
-                          {"camera_scope", "agent"},
-                          {"error_code", "runtime_error"},
-                          {"message", "Runtime command failed."},
-                      }));
+  EXPECT_EQ(viewport, AnyCodableValue(JSONObject{{"status", "error"},
+                                                 {"engine_mode", "runtime"},
+                                                 {"camera_scope", "agent"},
+                                                 {"error_code", "runtime_error"},
+                                                 {"message", "Runtime command failed."}}));
   EXPECT_EQ(app_->handledRequests().size(), 3u);
 }
 

@@ -68,26 +68,20 @@ TEST(RuntimeBridgeFailurePayloadTest, CreateCardsAnswersOneErrorResultPerRequest
   const AnyCodableValue answer =
       failure("create_cards", R"({"cards": [{"type": "item"}, {"type": "table"}]})",
               "runtime_unavailable", "Zorvik is not running.");
-  const AnyCodableValue expected = json(R"({
-    "created_card_ids": [],
-    "side_effect_card_ids": [],
+  const AnyCodableValue expected = json(R"({"created_card_ids": [], "side_effect_card_ids": [],
     "persistence": {"status": "unverified", "expected_card_ids": [], "verified_card_ids": [],
                     "missing_card_ids": [], "message": "Zorvik is not running."},
-    "idempotency_key": null,
-    "replayed": false,
-    "results": [
-      {"request_index": 0, "card_id": "", "deep_link_url": null, "status": "error",
-       "message": "Zorvik is not running."},
-      {"request_index": 1, "card_id": "", "deep_link_url": null, "status": "error",
-       "message": "Zorvik is not running."}],
+    "idempotency_key": null, "replayed": false,
+    "results": [{"request_index": 0, "card_id": "", "deep_link_url": null, "status": "error",
+                 "message": "Zorvik is not running."},
+                {"request_index": 1, "card_id": "", "deep_link_url": null, "status": "error",
+                 "message": "Zorvik is not running."}],
     "mutation_outcome": {"status": "failed", "reason_codes": ["runtime_unavailable"],
-                         "target_card_ids": [], "changed_card_ids": [],
-                         "before_state_hash": null, "after_state_hash": null, "card_effects": []},
+      "target_card_ids": [], "changed_card_ids": [], "before_state_hash": null,
+      "after_state_hash": null, "card_effects": []},
     "project_checkpoint_ref": {"status": "unavailable", "checkpoint": null,
                                "message": "Zorvik is not running."},
-    "error_code": "runtime_unavailable",
-    "message": "Zorvik is not running."
-  })");
+    "error_code": "runtime_unavailable", "message": "Zorvik is not running."})");
   EXPECT_EQ(answer, expected) << answer.jsonString().value_or("");
 }
 

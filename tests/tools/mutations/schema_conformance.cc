@@ -8,21 +8,26 @@
 namespace zorvik {
 namespace {
 
-constexpr std::array<std::string_view, 12> kKeywords = {
-    "type",     "properties", "required", "additionalProperties",
-    "enum",     "minimum",    "maximum",  "minItems",
-    "maxItems", "items",      "oneOf",    "description"};
+constexpr std::array<std::string_view, 11> kKeywords = {
+    "type",     "properties", "required", "additionalProperties", "enum", "minimum", "maximum",
+    "minItems", "items",      "oneOf",    "description"};
 constexpr std::array<std::string_view, 7> kTypeNames = {"object",  "array",   "string", "number",
                                                         "integer", "boolean", "null"};
+
+template <typename List, typename Item>
+bool contains(const List& list, const Item& item) {
+  return std::find(list.begin(), list.end(), item) != list.end();
+}
 
 std::string describe(const AnyCodableValue& value) {
   return value.compactJSONString().value_or("<unprintable>");
 }
 
-std::vector<std::string> typeNames(const AnyCodableValue& type) {
+std::vector<std::string> stringsOf(const AnyCodableValue* value) {
   std::vector<std::string> names;
-  if (const std::string* name = type.asString()) names.push_back(*name);
-  if (const auto* list = type.asArray()) {
+  if (!value) return names;
+  if (const std::string* name = value->asString()) names.push_back(*name);
+  if (const auto* list = value->asArray()) {
     for (const auto& entry : *list) {
       if (const std::string* name = entry.asString()) names.push_back(*name);
     }
@@ -37,12 +42,9 @@ bool hasType(const AnyCodableValue& value, std::string_view type) {
   if (type == "boolean") return value.asBool() != nullptr;
   if (type == "null") return value.isNull();
   if (type == "number") return value.numericValue().has_value();
-  if (type == "integer") {
-    if (value.asInt()) return true;
-    const double* number = value.asDouble();
-    return number && std::isfinite(*number) && std::trunc(*number) == *number;
-  }
-  return false;
+  if (type != "integer") return false;
+  const double* number = value.asDouble();
+  return value.asInt() || (number && std::isfinite(*number) && std::trunc(*number) == *number);
 }
 
 class Checker {
@@ -53,20 +55,25 @@ class Checker {
     const JSONObject* rules = schema.asObject();
     if (!rules) return;
     if (const AnyCodableValue* type = rules->find("type")) {
-      const auto names = typeNames(*type);
+      const auto names = stringsOf(type);
       if (std::none_of(names.begin(), names.end(),
                        [&](const std::string& name) { return hasType(value, name); })) {
-        fail(path, "expected type " + describe(*type) + ", got " + describe(value));
-        return;
+        return fail(path, "expected type " + describe(*type) + ", got " + describe(value));
       }
     }
-    if (const AnyCodableValue* allowed = rules->find("enum")) {
-      const auto* list = allowed->asArray();
-      if (list && std::find(list->begin(), list->end(), value) == list->end()) {
-        fail(path, describe(value) + " is not one of " + describe(*allowed));
-      }
+    const AnyCodableValue* allowed = rules->find("enum");
+    if (allowed && allowed->asArray() && !contains(*allowed->asArray(), value)) {
+      fail(path, describe(value) + " is not one of " + describe(*allowed));
     }
-    checkBounds(*rules, value, path);
+    const auto number = value.numericValue();
+    const AnyCodableValue* minimum = rules->find("minimum");
+    const AnyCodableValue* maximum = rules->find("maximum");
+    if (number && minimum && *number < minimum->numericValue().value_or(*number)) {
+      fail(path, describe(value) + " is below the minimum " + describe(*minimum));
+    }
+    if (number && maximum && *number > maximum->numericValue().value_or(*number)) {
+      fail(path, describe(value) + " is above the maximum " + describe(*maximum));
+    }
     if (const auto* object = value.asObject()) checkObject(*rules, *object, path);
     if (const auto* array = value.asArray()) checkArray(*rules, *array, path);
     if (const AnyCodableValue* oneOf = rules->find("oneOf")) checkOneOf(*oneOf, value, path);
@@ -79,38 +86,19 @@ class Checker {
     problems_.push_back(path + ": " + problem);
   }
 
-  void checkBounds(const JSONObject& rules, const AnyCodableValue& value, const std::string& path) {
-    const auto number = value.numericValue();
-    if (!number) return;
-    const AnyCodableValue* minimum = rules.find("minimum");
-    const AnyCodableValue* maximum = rules.find("maximum");
-    if (minimum && minimum->numericValue() && *number < *minimum->numericValue()) {
-      fail(path, describe(value) + " is below the minimum " + describe(*minimum));
-    }
-    if (maximum && maximum->numericValue() && *number > *maximum->numericValue()) {
-      fail(path, describe(value) + " is above the maximum " + describe(*maximum));
-    }
-  }
-
   void checkObject(const JSONObject& rules, const JSONObject& object, const std::string& path) {
+    for (const auto& key : stringsOf(rules.find("required"))) {
+      if (!object.contains(key)) fail(path, "missing required key " + key);
+    }
     const AnyCodableValue* properties = rules.find("properties");
     const JSONObject* declared = properties ? properties->asObject() : nullptr;
-    if (const AnyCodableValue* required = rules.find("required"); required && required->asArray()) {
-      for (const auto& key : *required->asArray()) {
-        if (key.asString() && !object.contains(*key.asString())) {
-          fail(path, "missing required key " + *key.asString());
-        }
-      }
-    }
     const AnyCodableValue* additional = rules.find("additionalProperties");
     const bool closed = additional && additional->asBool() && !*additional->asBool();
     for (const auto& [key, member] : object) {
-      const AnyCodableValue* memberSchema = declared ? declared->find(key) : nullptr;
-      const std::string memberPath = path + "." + key;
-      if (memberSchema) {
-        check(*memberSchema, member, memberPath);
+      if (const AnyCodableValue* memberSchema = declared ? declared->find(key) : nullptr) {
+        check(*memberSchema, member, path + "." + key);
       } else if (closed || (options_.rejectUndeclaredKeys && declared)) {
-        fail(memberPath, "key is not declared");
+        fail(path + "." + key, "key is not declared");
       }
     }
   }
@@ -118,12 +106,8 @@ class Checker {
   void checkArray(const JSONObject& rules, const AnyCodableValue::Array& array,
                   const std::string& path) {
     const AnyCodableValue* minItems = rules.find("minItems");
-    const AnyCodableValue* maxItems = rules.find("maxItems");
     if (minItems && minItems->asInt() && static_cast<int64_t>(array.size()) < *minItems->asInt()) {
       fail(path, "fewer than " + describe(*minItems) + " items");
-    }
-    if (maxItems && maxItems->asInt() && static_cast<int64_t>(array.size()) > *maxItems->asInt()) {
-      fail(path, "more than " + describe(*maxItems) + " items");
     }
     if (const AnyCodableValue* items = rules.find("items")) {
       for (size_t index = 0; index < array.size(); ++index) {
@@ -136,12 +120,10 @@ class Checker {
   // holds the oneOf, so undeclared keys do not count against an alternative.
   void checkOneOf(const AnyCodableValue& oneOf, const AnyCodableValue& value,
                   const std::string& path) {
-    const auto* alternatives = oneOf.asArray();
-    if (!alternatives) return;
     size_t matches = 0;
-    for (const auto& alternative : *alternatives) {
+    for (size_t index = 0; oneOf.asArray() && index < oneOf.asArray()->size(); ++index) {
       Checker inner(SchemaCheckOptions{});
-      inner.check(alternative, value, path);
+      inner.check((*oneOf.asArray())[index], value, path);
       if (inner.problems_.empty()) ++matches;
     }
     if (matches != 1) {
@@ -153,76 +135,39 @@ class Checker {
   std::vector<std::string> problems_;
 };
 
-// `alternative`: the schema is a oneOf branch, whose required keys its parent declares.
+// `declared`: the properties that the schema's required keys must name; a oneOf alternative's
+// required keys are declared by the schema that holds it.
 void collectDefects(const AnyCodableValue& schema, const std::string& path,
-                    std::vector<std::string>& defects, bool alternative = false) {
+                    std::vector<std::string>& defects, const JSONObject* declared = nullptr) {
+  static const JSONObject kNoProperties;
   auto defect = [&](const std::string& problem) { defects.push_back(path + ": " + problem); };
   const JSONObject* rules = schema.asObject();
-  if (!rules) {
-    defect("schema is not an object");
-    return;
-  }
+  if (!rules) return defect("schema is not an object");
   for (const auto& [keyword, value] : *rules) {
-    if (std::find(kKeywords.begin(), kKeywords.end(), keyword) == kKeywords.end()) {
-      defect("unknown keyword " + keyword);
-    }
+    if (!contains(kKeywords, keyword)) defect("unknown keyword " + keyword);
   }
-  if (const AnyCodableValue* type = rules->find("type")) {
-    const auto names = typeNames(*type);
-    if (names.empty()) defect("type names nothing");
-    for (const auto& name : names) {
-      if (std::find(kTypeNames.begin(), kTypeNames.end(), name) == kTypeNames.end()) {
-        defect("unknown type " + name);
-      }
-    }
+  for (const auto& name : stringsOf(rules->find("type"))) {
+    if (!contains(kTypeNames, name)) defect("unknown type " + name);
   }
   const AnyCodableValue* properties = rules->find("properties");
-  if (properties && !properties->isObject()) defect("properties is not an object");
-  if (const AnyCodableValue* required = rules->find("required")) {
-    const auto* keys = required->asArray();
-    if (!keys) defect("required is not an array");
-    for (const auto& key : keys && !alternative ? *keys : AnyCodableValue::Array{}) {
-      const bool declared = key.asString() && properties && properties->asObject() &&
-                            properties->asObject()->contains(*key.asString());
-      if (!declared) defect("required key " + describe(key) + " is not declared");
-    }
+  const JSONObject* own = properties ? properties->asObject() : nullptr;
+  for (const auto& key : stringsOf(rules->find("required"))) {
+    const JSONObject* names = declared ? declared : own;
+    if (!names || !names->contains(key)) defect("required key \"" + key + "\" is not declared");
   }
-  if (const AnyCodableValue* allowed = rules->find("enum")) {
-    const auto* list = allowed->asArray();
-    if (!list || list->empty()) defect("enum is not a non-empty array");
-  }
-  for (const char* bound : {"minimum", "maximum", "minItems", "maxItems"}) {
-    const AnyCodableValue* value = rules->find(bound);
-    if (value && !value->numericValue()) defect(std::string(bound) + " is not a number");
-  }
-  const AnyCodableValue* additional = rules->find("additionalProperties");
-  if (additional && !(additional->asBool() && !*additional->asBool())) {
-    defect("additionalProperties other than false");
-  }
-  if (properties && properties->asObject()) {
-    for (const auto& [key, member] : *properties->asObject()) {
+  if (own) {
+    for (const auto& [key, member] : *own) {
       collectDefects(member, path + ".properties." + key, defects);
     }
   }
   if (const AnyCodableValue* items = rules->find("items")) {
     collectDefects(*items, path + ".items", defects);
   }
-  if (const AnyCodableValue* oneOf = rules->find("oneOf")) {
-    const auto* alternatives = oneOf->asArray();
-    if (!alternatives || alternatives->size() < 2) defect("oneOf needs two or more alternatives");
-    for (size_t index = 0; alternatives && index < alternatives->size(); ++index) {
-      const AnyCodableValue& alternative = (*alternatives)[index];
-      collectDefects(alternative, path + ".oneOf[" + std::to_string(index) + "]", defects, true);
-      // Keys required by an alternative must be declared by the schema that holds it.
-      const AnyCodableValue* required = alternative.member("required");
-      for (const auto& key :
-           required && required->asArray() ? *required->asArray() : AnyCodableValue::Array{}) {
-        if (!key.asString() || !properties || !properties->asObject() ||
-            !properties->asObject()->contains(*key.asString())) {
-          defect("oneOf requires undeclared key " + describe(key));
-        }
-      }
-    }
+  const AnyCodableValue* oneOf = rules->find("oneOf");
+  const auto* alternatives = oneOf ? oneOf->asArray() : nullptr;
+  for (size_t index = 0; alternatives && index < alternatives->size(); ++index) {
+    collectDefects((*alternatives)[index], path + ".oneOf[" + std::to_string(index) + "]", defects,
+                   own ? own : &kNoProperties);
   }
 }
 

@@ -1,10 +1,9 @@
-// A checker for the subset of JSON Schema that AgentToolSpec schemas use, so that tests can hold
+// A checker for the JSON Schema keywords that AgentToolSpec schemas use, so that tests can hold
 // examples and answers to the schemas that agents read.
 //
 // Keywords: type (a name or a list of names), properties, required, additionalProperties (false
-// only), enum, minimum, maximum, minItems, maxItems, items, oneOf and description. A schema using
-// any other keyword is reported by schemaDefects, so that the checker never silently ignores part
-// of a contract.
+// only), enum, minimum, maximum, minItems, items, oneOf and description. schemaDefects reports any
+// other keyword, so that the checker never silently ignores part of a contract.
 #pragma once
 
 #include <string>
@@ -26,8 +25,8 @@ std::vector<std::string> schemaViolations(const AnyCodableValue& schema,
                                           const AnyCodableValue& value,
                                           SchemaCheckOptions options = {});
 
-// Faults of a schema itself: unknown keywords, unknown type names, required keys that
-// `properties` does not declare, malformed enum, bounds or subschemas.
+// Faults of a schema itself: unknown keywords, unknown type names, and required keys (of the
+// schema or of its oneOf alternatives) that its `properties` do not declare.
 std::vector<std::string> schemaDefects(const AnyCodableValue& schema);
 
 }  // namespace zorvik

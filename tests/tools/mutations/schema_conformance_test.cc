@@ -74,15 +74,13 @@ TEST(SchemaConformanceTest, FindsDefectsOfTheSchemaItself) {
   };
   const Case cases[] = {
       {R"({"type": "object", "requried": ["a"]})", "$: unknown keyword requried"},
-      {R"({"type": "int"})", "$: unknown type int"},
       {R"({"type": "object", "properties": {"a": {"type": "string"}}, "required": ["b"]})",
        "$: required key \"b\" is not declared"},
-      {R"({"type": "object", "properties": {"a": {"type": "array", "items": {"enum": []}}}})",
-       "$.properties.a.items: enum is not a non-empty array"},
+      {R"({"type": "object", "properties": {"a": {"type": "array", "items": {"type": "int"}}}})",
+       "$.properties.a.items: unknown type int"},
       {R"({"type": "object", "properties": {"a": {"type": "string"}},
            "oneOf": [{"required": ["a"]}, {"required": ["b"]}]})",
-       "$: oneOf requires undeclared key \"b\""},
-      {R"({"type": "integer", "minimum": "2"})", "$: minimum is not a number"},
+       "$.oneOf[1]: required key \"b\" is not declared"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(schemaDefects(json(c.schema)), std::vector<std::string>{c.expectedDefect})

@@ -135,16 +135,18 @@ TEST_F(GetSlideStateToolTest, DescribesSlotOccupancyAgainstTheTemplate) {
   const AnyCodableValue answer = run("{}");
   const AnyCodableValue* state = slide(answer, kSlide);
   ASSERT_NE(state, nullptr);
-  EXPECT_EQ(compact(state->member("title")), R"("Solar slide")");
-  EXPECT_EQ(compact(state->member("template_id")), R"("hero_left")");
-  EXPECT_EQ(compact(state->member("template_family")), R"("narrative")");
-  EXPECT_EQ(compact(state->member("theme_id")), R"("ocean_mist")");
-  EXPECT_EQ(compact(state->member("group_kind")), R"("slide")");
-  EXPECT_EQ(compact(state->member("layout_mode")), R"("fixed")");
-  EXPECT_EQ(compact(state->member("slide_version")), "2");
-  EXPECT_EQ(compact(state->member("slide_updated_at")), R"("2026-11-02T09:30:00Z")");
-  EXPECT_EQ(compact(state->member("group_frame")),
-            R"({"height":900,"width":1600,"x":100,"y":200})");
+  for (const auto& [key, expected] : std::vector<std::pair<std::string, std::string>>{
+           {"title", R"("Solar slide")"},
+           {"template_id", R"("hero_left")"},
+           {"template_family", R"("narrative")"},
+           {"theme_id", R"("ocean_mist")"},
+           {"group_kind", R"("slide")"},
+           {"layout_mode", R"("fixed")"},
+           {"slide_version", "2"},
+           {"slide_updated_at", R"("2026-11-02T09:30:00Z")"},
+           {"group_frame", R"({"height":900,"width":1600,"x":100,"y":200})"}}) {
+    EXPECT_EQ(compact(state->member(key)), expected) << key;
+  }
 
   const auto& slots = *state->member("slots")->asArray();
   ASSERT_EQ(slots.size(), 5u);
@@ -167,13 +169,12 @@ TEST_F(GetSlideStateToolTest, DescribesSlotOccupancyAgainstTheTemplate) {
 
   // The unbound title and the body bound to a deleted card; the table outside still counts.
   EXPECT_EQ(compact(state->member("unresolved_slots")), R"(["title","body"])");
-  const auto& constraints = *state->member("slot_constraints")->asArray();
-  ASSERT_EQ(constraints.size(), 4u);
-  EXPECT_EQ(compact(&constraints[0]),
-            R"({"max_height_factor":1,"max_width_factor":1,"min_height_factor":0.8,)"
-            R"("min_width_factor":0.8,"overflow_policy":"clip","priority":100,)"
-            R"("slot_id":"hero_image"})");
-  EXPECT_EQ(compact(constraints[3].member("slot_id")), R"("facts_table")");
+  // Constraints come from the template's slots only, not from stray bindings.
+  std::vector<std::string> constrained;
+  for (const auto& constraint : *state->member("slot_constraints")->asArray()) {
+    constrained.push_back(*constraint.member("slot_id")->asString());
+  }
+  EXPECT_EQ(constrained, (std::vector<std::string>{"hero_image", "title", "body", "facts_table"}));
 }
 
 TEST_F(GetSlideStateToolTest, UnknownTemplateKeepsBindingsVisible) {
@@ -259,20 +260,6 @@ TEST_F(GetSlideStateToolTest, ProjectsThatCannotBeReadAreErrorAnswers) {
   EXPECT_EQ(
       damaged.member("message")->asString()->rfind("Failed to decode .zorvik/workspace.json", 0),
       0u);
-}
-
-TEST_F(GetSlideStateToolTest, SpecDescribesTheTool) {
-  const AgentToolSpec& spec = tool_.spec();
-  EXPECT_EQ(spec.name, "get_slide_state");
-  EXPECT_EQ(spec.summary,
-            "Inspect slide group state: template/theme/layout metadata, slot occupancy, "
-            "unresolved slots, and geometry.");
-  EXPECT_EQ(spec.execution, AgentToolExecutionMode::parallel);
-  const AnyCodableValue* properties = spec.inputSchema->member("properties");
-  ASSERT_NE(properties, nullptr);
-  for (const char* key : {"project_path", "group_ids", "include_child_frames"}) {
-    EXPECT_NE(properties->member(key), nullptr) << key;
-  }
 }
 
 }  // namespace

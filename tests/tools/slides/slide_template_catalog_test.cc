@@ -6,70 +6,19 @@
 
 #include "foundation/json/decoding_error.h"
 #include "foundation/json/value_decoder.h"
-#include "foundation/json/value_encoder.h"
 
 namespace zorvik {
 namespace {
 
 const SlideTemplateCatalog& catalog() { return SlideTemplateCatalog::standard(); }
 
-std::vector<std::string> slotIds(const SlideTemplateSpec& spec) {
-  std::vector<std::string> ids;
-  for (const auto& slot : spec.slots) ids.push_back(slot.id);
-  return ids;
-}
-
 TEST(SlideTemplateCatalogTest, StandardCatalogIsHealthy) {
-  EXPECT_EQ(SlideTemplateCatalog::version, 3);
-  EXPECT_EQ(SlideTemplateCatalog::defaultThemeId, "editorial_light");
-  EXPECT_EQ(catalog().templates().size(), 15u);
-  EXPECT_EQ(catalog().themes().size(), 4u);
   EXPECT_EQ(catalog().validationIssues(), std::vector<std::string>{});
+  EXPECT_NE(catalog().themeWithId(SlideTemplateCatalog::defaultThemeId), nullptr);
   for (const auto& spec : catalog().templates()) {
-    EXPECT_EQ(spec.canvasSize, (SlideTemplateSize{1600, 900})) << spec.id;
+    EXPECT_EQ(catalog().templateWithId(spec.id), &spec);
+    for (const auto& slot : spec.slots) EXPECT_EQ(spec.slot(slot.id), &slot) << spec.id;
   }
-  ASSERT_NE(catalog().themeWithId(SlideTemplateCatalog::defaultThemeId), nullptr);
-}
-
-TEST(SlideTemplateCatalogTest, TemplatesHaveTheirPublishedSlotsInOrder) {
-  const std::vector<std::pair<std::string, std::vector<std::string>>> expected = {
-      {"hero_left", {"hero_image", "title", "body", "facts_table"}},
-      {"hero_right", {"hero_image", "title", "body", "facts_table"}},
-      {"compare_split", {"title", "left_image", "right_image", "comparison_table"}},
-      {"data_story", {"title", "body", "data_table", "supporting_image"}},
-      {"title_focus", {"title", "body", "facts_table"}},
-      {"timeline_band", {"title", "phase_1", "phase_2", "phase_3", "timeline_table"}},
-      {"quote_feature", {"quote", "portrait", "context", "evidence"}},
-      {"gallery_triptych", {"title", "image_1", "image_2", "image_3", "caption", "palette_table"}},
-      {"section_opener", {"title", "subtitle", "hero_strip"}},
-      {"kpi_dashboard", {"title", "kpi_1", "kpi_2", "kpi_3", "kpi_4", "metrics_table"}},
-      {"roadmap_lane", {"title", "phase_1", "phase_2", "phase_3", "phase_4", "milestones"}},
-      {"case_study_panel",
-       {"title", "challenge", "approach", "outcome", "evidence_image", "evidence_table"}},
-      {"testimonial_spotlight", {"quote", "attribution", "portrait", "proof_points", "icon"}},
-      {"problem_solution_split", {"title", "problem", "solution", "impact_metrics"}},
-      {"process_steps",
-       {"title", "step_1_icon", "step_1", "step_2_icon", "step_2", "step_3_icon", "step_3",
-        "summary"}},
-  };
-  ASSERT_EQ(catalog().templates().size(), expected.size());
-  for (size_t i = 0; i < expected.size(); ++i) {
-    EXPECT_EQ(catalog().templates()[i].id, expected[i].first);
-    EXPECT_EQ(slotIds(catalog().templates()[i]), expected[i].second) << expected[i].first;
-  }
-  // Display titles: the id in words unless the template names it otherwise.
-  EXPECT_EQ(catalog().templateWithId("data_story")->slot("body")->title, "Narrative");
-  EXPECT_EQ(catalog().templateWithId("section_opener")->slot("title")->title, "Section Title");
-  EXPECT_EQ(catalog().templateWithId("kpi_dashboard")->slot("title")->title, "Headline");
-  EXPECT_EQ(catalog().templateWithId("roadmap_lane")->slot("title")->title, "Roadmap Title");
-  EXPECT_EQ(catalog().templateWithId("case_study_panel")->slot("title")->title, "Case Title");
-  EXPECT_EQ(catalog().templateWithId("process_steps")->slot("title")->title, "Process Title");
-  EXPECT_EQ(catalog().templateWithId("process_steps")->slot("step_2_icon")->title, "Step 2 Icon");
-  EXPECT_EQ(catalog().templateWithId("hero_left")->slot("facts_table")->title, "Facts Table");
-  const SlideTemplateSpec* kpi = catalog().templateWithId("kpi_dashboard");
-  EXPECT_EQ(kpi->name, "KPI Dashboard");
-  EXPECT_EQ(kpi->summary, "Headline, four KPI slots, and optional metrics table.");
-  EXPECT_EQ(rawValue(kpi->templateFamily), "kpi_dashboard");
 }
 
 TEST(SlideTemplateCatalogTest, LookupIsExactAndCaseSensitive) {
@@ -81,43 +30,6 @@ TEST(SlideTemplateCatalogTest, LookupIsExactAndCaseSensitive) {
   ASSERT_NE(catalog().themeWithId("noir_focus"), nullptr);
   EXPECT_EQ(catalog().themeWithId("noir_focus")->name, "Noir Focus");
   EXPECT_EQ(catalog().themeWithId("NOIR_FOCUS"), nullptr);
-}
-
-TEST(SlideTemplateCatalogTest, HeroLeftTellingRow) {
-  const SlideTemplateSpec* spec = catalog().templateWithId("hero_left");
-  ASSERT_NE(spec, nullptr);
-  EXPECT_EQ(spec->summary, "Image on left, narrative and data on right.");
-  const SlideTemplateSlotSpec* hero = spec->slot("hero_image");
-  ASSERT_NE(hero, nullptr);
-  EXPECT_EQ(hero->rect, (SlideTemplateRect{0.05, 0.14, 0.42, 0.74}));
-  EXPECT_EQ(hero->allowedCardTypes, std::vector<std::string>{"image"});
-  EXPECT_TRUE(hero->required);
-  EXPECT_EQ(hero->role, SlideSlotRole::image);
-  EXPECT_EQ(hero->aspectPolicy, SlideAspectPolicy::range(0.6, 2.4));
-  EXPECT_EQ(hero->priority, 100);
-  const SlideTemplateSlotSpec* title = spec->slot("title");
-  ASSERT_NE(title, nullptr);
-  EXPECT_EQ(title->rect, (SlideTemplateRect{0.51, 0.14, 0.44, 0.2}));
-  EXPECT_EQ(title->allowedCardTypes, std::vector<std::string>{"rich_text"});
-}
-
-TEST(SlideTemplateCatalogTest, ThemesCarryTheirTokens) {
-  const std::vector<std::pair<std::string, std::string>> expected = {{"editorial_light", "white"},
-                                                                     {"ocean_mist", "lightBlue"},
-                                                                     {"warm_studio", "warmGray"},
-                                                                     {"noir_focus", "gray"}};
-  ASSERT_EQ(catalog().themes().size(), expected.size());
-  for (size_t i = 0; i < expected.size(); ++i) {
-    EXPECT_EQ(catalog().themes()[i].id, expected[i].first);
-    EXPECT_EQ(catalog().themes()[i].groupColor, expected[i].second);
-  }
-  const SlideThemeSpec* warm = catalog().themeWithId("warm_studio");
-  EXPECT_EQ(warm->summary, "Neutral warm palette for styling decks.");
-  EXPECT_EQ(warm->accentPrimary, (SlideThemeColor{0.64, 0.36, 0.20, 1}));
-  EXPECT_EQ(catalog().themeWithId("noir_focus")->textInverse,
-            (SlideThemeColor{0.08, 0.08, 0.10, 1}));
-  EXPECT_EQ(encodeValue(catalog().themeWithId("ocean_mist")->surfacePrimary).compactJSONString(),
-            R"({"blue":1,"green":0.97,"opacity":1,"red":0.93})");
 }
 
 TEST(SlideTemplateRectTest, IntersectionIgnoresTouchingEdges) {
@@ -171,122 +83,76 @@ SlideTemplateSpec templateWith(SlideTemplateSlotSpec slot) {
   return {"t", "T", "test", SlideTemplateFamily::narrative, {1600, 900}, {std::move(slot)}};
 }
 
+void setFactors(SlideTemplateSlotSpec& slot, double minWidth, double maxWidth, double minHeight,
+                double maxHeight) {
+  slot.minWidthFactor = minWidth;
+  slot.maxWidthFactor = maxWidth;
+  slot.minHeightFactor = minHeight;
+  slot.maxHeightFactor = maxHeight;
+}
+
 TEST(SlideTemplateValidateTest, EachRuleReportsItsText) {
+  using Slot = SlideTemplateSlotSpec;
   struct Case {
-    std::string label;
-    SlideTemplateSlotSpec base;
-    std::function<void(SlideTemplateSlotSpec&)> breakIt;
+    Slot base;
+    std::function<void(Slot&)> breakIt;
     std::vector<std::string> issues;
   };
-  using Slot = SlideTemplateSlotSpec;
+  const std::string bounds = "slot s rect is out of normalized bounds";
+  const std::string aspect = "slot s has invalid aspect_policy";
   const std::vector<Case> cases = {
-      {"healthy text", textSlot(), [](Slot&) {}, {}},
-      {"healthy image", imageSlot(), [](Slot&) {}, {}},
-      {"rect past the right edge",
-       textSlot(),
+      {textSlot(), [](Slot&) {}, {}},
+      {imageSlot(), [](Slot&) {}, {}},
+      {textSlot(),
        [](Slot& s) {
          s.rect = {0.6, 0.1, 0.5, 0.5};
        },
-       {"slot s rect is out of normalized bounds"}},
-      {"negative origin",
-       textSlot(),
-       [](Slot& s) { s.rect.y = -0.01; },
-       {"slot s rect is out of normalized bounds"}},
-      {"zero width",
-       textSlot(),
-       [](Slot& s) { s.rect.width = 0; },
-       {"slot s rect is out of normalized bounds"}},
-      {"no types",
-       textSlot(),
+       {bounds}},
+      {textSlot(), [](Slot& s) { s.rect.y = -0.01; }, {bounds}},
+      {textSlot(), [](Slot& s) { s.rect.width = 0; }, {bounds}},
+      {textSlot(),
        [](Slot& s) { s.allowedCardTypes.clear(); },
        {"slot s has no allowed card types"}},
-      {"unsupported type",
-       textSlot(),
+      {textSlot(),
        [](Slot& s) {
          s.allowedCardTypes = {"rich_text", "video", "richText"};
        },
        {"slot s uses unsupported card type: video", "slot s uses unsupported card type: richText"}},
-      {"image role on rich text only",
-       textSlot(),
-       [](Slot& s) {
-         s.imageRole = SlideImageRole::icon;
-         s.fitPolicy = SlideFitPolicy::contain;
-       },
+      {imageSlot(),
+       [](Slot& s) { s.allowedCardTypes = {"rich_text"}; },
        {"slot s has image_role but does not allow image card type"}},
-      {"image without role",
-       imageSlot(),
-       [](Slot& s) {
-         s.imageRole.reset();
-         s.fitPolicy.reset();
-       },
+      {textSlot(),
+       [](Slot& s) { s.allowedCardTypes = {"image"}; },
        {"slot s allows image but image_role is missing"}},
-      {"crossed aspect range",
-       imageSlot(),
-       [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::range(2, 1); },
-       {"slot s has invalid aspect_policy"}},
-      {"zero aspect minimum",
-       imageSlot(),
-       [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::range(0, 1); },
-       {"slot s has invalid aspect_policy"}},
-      {"zero fixed aspect",
-       imageSlot(),
-       [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::fixed(0); },
-       {"slot s has invalid aspect_policy"}},
-      {"any aspect", imageSlot(), [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::any(); }, {}},
-      {"image role without fit",
-       imageSlot(),
+      {imageSlot(), [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::range(2, 1); }, {aspect}},
+      {imageSlot(), [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::range(0, 1); }, {aspect}},
+      {imageSlot(), [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::fixed(0); }, {aspect}},
+      {imageSlot(), [](Slot& s) { s.aspectPolicy = SlideAspectPolicy::any(); }, {}},
+      {imageSlot(),
        [](Slot& s) { s.fitPolicy.reset(); },
        {"slot s has image_role but missing fit_policy"}},
-      {"zero factors",
-       textSlot(),
-       [](Slot& s) {
-         s.minWidthFactor = -1;
-         s.maxWidthFactor = 0;
-         s.minHeightFactor = -0.5;
-         s.maxHeightFactor = 0;
-       },
+      {textSlot(),
+       [](Slot& s) { setFactors(s, -1, 0, -0.5, 0); },
        {"slot s has invalid min_width_factor", "slot s has invalid max_width_factor",
         "slot s has invalid min_height_factor", "slot s has invalid max_height_factor"}},
-      {"crossed width factors",
-       textSlot(),
-       [](Slot& s) {
-         s.minWidthFactor = 1.5;
-         s.maxWidthFactor = 1.2;
-       },
+      {textSlot(),
+       [](Slot& s) { setFactors(s, 1.5, 1.2, 1, 1); },
        {"slot s has min_width_factor > max_width_factor"}},
-      {"crossed height factors",
-       textSlot(),
-       [](Slot& s) {
-         s.minHeightFactor = 2;
-         s.maxHeightFactor = 1;
-       },
+      {textSlot(),
+       [](Slot& s) { setFactors(s, 1, 1, 2, 1); },
        {"slot s has min_height_factor > max_height_factor"}},
-      {"crossed in both dimensions",
-       textSlot(),
-       [](Slot& s) {
-         s.minHeightFactor = 3;
-         s.maxHeightFactor = 1;
-         s.minWidthFactor = 2;
-         s.maxWidthFactor = 1;
-       },
+      {textSlot(),
+       [](Slot& s) { setFactors(s, 2, 1, 3, 1); },
        {"slot s has min_width_factor > max_width_factor",
         "slot s has min_height_factor > max_height_factor"}},
-      {"equal factors",
-       textSlot(),
-       [](Slot& s) {
-         s.minHeightFactor = 1;
-         s.maxHeightFactor = 1;
-       },
-       {}},
-      {"negative priority",
-       textSlot(),
-       [](Slot& s) { s.priority = -1; },
-       {"slot s has negative priority"}},
+      {textSlot(), [](Slot& s) { setFactors(s, 1, 1, 1, 1); }, {}},
+      {textSlot(), [](Slot& s) { s.priority = -1; }, {"slot s has negative priority"}},
   };
-  for (const Case& test : cases) {
-    SlideTemplateSlotSpec slot = test.base;
-    test.breakIt(slot);
-    EXPECT_EQ(SlideTemplateCatalog::validate(templateWith(slot)), test.issues) << test.label;
+  for (size_t index = 0; index < cases.size(); ++index) {
+    Slot slot = cases[index].base;
+    cases[index].breakIt(slot);
+    EXPECT_EQ(SlideTemplateCatalog::validate(templateWith(slot)), cases[index].issues)
+        << "case " << index;
   }
 }
 

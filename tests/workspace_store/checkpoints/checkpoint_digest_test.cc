@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 
 #include "checkpoint_test_support.h"
 #include "foundation/json/value_decoder.h"
-#include "workspace_store/checkpoints/checkpoint_folder.h"
 #include "workspace_store/checkpoints/project_state_hash.h"
 #include "workspace_store/checkpoints/workspace_project_mutation_checkpoint_store.h"
 #include "workspace_store/workspace_project_snapshot_error.h"
@@ -14,12 +12,11 @@
 namespace zorvik {
 namespace {
 
+using testing::at;
 using testing::cardUUID;
 using testing::TestProject;
 using Change = WorkspaceProjectMutationChangeType;
 using Trigger = WorkspaceProjectCheckpointTrigger;
-
-Date at(int64_t seconds) { return Date(std::chrono::seconds(1767225600 + seconds)); }
 
 WorkspaceProjectMutationCardDiff diff(int card, Change change) {
   const std::string id = cardUUID(card);
@@ -51,10 +48,9 @@ class CheckpointDigestTest : public ::testing::Test {
                                                   .afterStateHash = "a",
                                                   .cardDiffs = std::move(diffs)};
     for (const auto& item : checkpoint.cardDiffs) checkpoint.changedCardIDs.push_back(item.cardID);
-    CheckpointFolder(project_.path() /
-                     WorkspaceProjectMutationCheckpointStore::kMutationCheckpointsFolder)
-        .write(CheckpointFolder::fileName(checkpoint.createdAt, checkpoint.checkpointID),
-               checkpoint.encode());
+    testing::writeRecord(project_.path(),
+                         WorkspaceProjectMutationCheckpointStore::kMutationCheckpointsFolder,
+                         checkpoint);
   }
 
   std::string currentHash(int card) const {
@@ -146,17 +142,7 @@ TEST_F(CheckpointDigestTest, MutationSummariesFilterByCommandWithoutTheirDiffs) 
 TEST_F(CheckpointDigestTest, DigestBoundsEveryListAndFailsOnlyWithTheBoard) {
   const Date before = std::chrono::floor<std::chrono::seconds>(currentDate());
   auto entry = [&](std::string id, int64_t seconds, Trigger trigger) {
-    WorkspaceProjectStateCheckpoint checkpoint{.checkpointID = std::move(id),
-                                               .createdAt = at(seconds),
-                                               .projectPath = project_.path().string(),
-                                               .trigger = trigger,
-                                               .stateHash = "s",
-                                               .projectFingerprint = "f"};
-    CheckpointFolder(project_.path() /
-                     WorkspaceProjectMutationCheckpointStore::kStateCheckpointsFolder)
-        .write(CheckpointFolder::fileName(checkpoint.createdAt, checkpoint.checkpointID),
-               checkpoint.encode());
-    return checkpoint;
+    return testing::writeStateEntry(project_.path(), std::move(id), at(seconds), trigger);
   };
   const auto start = entry("s1", 100, Trigger::turnStart);
   const auto end = entry("s2", 200, Trigger::turnEnd);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -10,6 +11,8 @@
 
 #include "foundation/json/any_codable_value.h"
 #include "support/temp_directory.h"
+#include "workspace_store/checkpoints/checkpoint_folder.h"
+#include "workspace_store/checkpoints/workspace_project_mutation_checkpoint_store.h"
 
 namespace zorvik::testing {
 
@@ -19,6 +22,9 @@ inline std::string cardUUID(int n) {
   std::snprintf(text, sizeof text, "%08X-0000-4000-8000-000000000000", n);
   return text;
 }
+
+// `seconds` after the start of 2026.
+inline Date at(int64_t seconds) { return Date(std::chrono::seconds(1767225600 + seconds)); }
 
 inline std::string quoted(const std::string& text) {
   return AnyCodableValue(text).compactJSONString().value();
@@ -96,5 +102,27 @@ class TestProject {
  private:
   TempDirectory directory_;
 };
+
+// Writes `record` into `folder` below `root` as the store names it, as another writer might.
+template <class Record>
+Record writeRecord(const std::filesystem::path& root, std::string_view folder,
+                   const Record& record) {
+  CheckpointFolder(root / folder)
+      .write(CheckpointFolder::fileName(record.createdAt, record.checkpointID), record.encode());
+  return record;
+}
+
+// A project checkpoint entry of `trigger` at `createdAt`, written below `root`.
+inline WorkspaceProjectStateCheckpoint writeStateEntry(const std::filesystem::path& root,
+                                                       std::string id, Date createdAt,
+                                                       WorkspaceProjectCheckpointTrigger trigger) {
+  return writeRecord(root, WorkspaceProjectMutationCheckpointStore::kStateCheckpointsFolder,
+                     WorkspaceProjectStateCheckpoint{.checkpointID = std::move(id),
+                                                     .createdAt = createdAt,
+                                                     .projectPath = root.string(),
+                                                     .trigger = trigger,
+                                                     .stateHash = "s",
+                                                     .projectFingerprint = "f"});
+}
 
 }  // namespace zorvik::testing

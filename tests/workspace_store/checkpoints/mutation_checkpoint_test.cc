@@ -7,25 +7,22 @@
 #include "checkpoint_test_support.h"
 #include "foundation/json/value_decoder.h"
 #include "foundation/uuid.h"
-#include "workspace_store/checkpoints/checkpoint_folder.h"
 #include "workspace_store/checkpoints/project_state_hash.h"
 #include "workspace_store/checkpoints/workspace_project_mutation_checkpoint_envelope.h"
 #include "workspace_store/checkpoints/workspace_project_mutation_checkpoint_ref_envelope.h"
-#include "workspace_store/checkpoints/workspace_project_mutation_checkpoint_store.h"
 #include "workspace_store/workspace_project_snapshot_error.h"
 #include "workspace_store/workspace_project_snapshot_store.h"
 
 namespace zorvik {
 namespace {
 
+using testing::at;
 using testing::cardUUID;
 using testing::TestEntry;
 using testing::TestProject;
 using Change = WorkspaceProjectMutationChangeType;
 
 constexpr const char* kFolder = ".zorvik-control/mutation-checkpoints";
-
-Date at(int64_t seconds) { return Date(std::chrono::seconds(1767225600 + seconds)); }
 
 // A checkpoint record as another writer might have left it.
 WorkspaceProjectMutationCheckpoint record(std::string id, Date createdAt) {
@@ -261,17 +258,15 @@ TEST(MutationCheckpointEnvelopeTest, EnvelopesEncodeTheirFixedShapes) {
   EXPECT_EQ(
       unavailable.encode(),
       AnyCodableValue::parse(R"({"status":"unavailable","checkpoint":null,"message":"lost"})"));
-  EXPECT_EQ(decodeValue<WorkspaceProjectMutationCheckpointRefEnvelope>(ok.encode()), ok);
   EXPECT_EQ(decodeValue<WorkspaceProjectMutationCheckpointRefEnvelope>(
                 AnyCodableValue::parse(R"({"status":"unavailable","message":"lost"})")),
             unavailable);
 
-  const auto full = WorkspaceProjectMutationCheckpointEnvelope::ok(checkpoint);
-  const AnyCodableValue encoded = full.encode();
+  const AnyCodableValue encoded =
+      WorkspaceProjectMutationCheckpointEnvelope::ok(checkpoint).encode();
   EXPECT_EQ(*encoded.member("checkpoint")->member("card_diffs"),
             AnyCodableValue::parse(R"([{"card_id":")" + cardUUID(1) +
                                    R"(","change_type":"added","after_hash":"h"}])"));
-  EXPECT_EQ(decodeValue<WorkspaceProjectMutationCheckpointEnvelope>(encoded), full);
   EXPECT_THROW(decodeValue<WorkspaceProjectMutationCheckpointEnvelope>(
                    AnyCodableValue::parse(R"({"status":"maybe"})")),
                DecodingError);

@@ -1,24 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 #include "checkpoint_test_support.h"
 #include "foundation/json/value_decoder.h"
-#include "workspace_store/checkpoints/checkpoint_folder.h"
-#include "workspace_store/checkpoints/workspace_project_mutation_checkpoint_store.h"
 #include "workspace_store/workspace_project_snapshot_store.h"
 
 namespace zorvik {
 namespace {
 
+using testing::at;
 using testing::cardUUID;
 using testing::TestProject;
 using Trigger = WorkspaceProjectCheckpointTrigger;
 
 constexpr const char* kEntries = ".zorvik-control/checkpoints/entries";
 constexpr const char* kSnapshots = ".zorvik-control/checkpoints/snapshots";
-
-Date at(int64_t seconds) { return Date(std::chrono::seconds(1767225600 + seconds)); }
 
 class ProjectStateCheckpointTest : public ::testing::Test {
  protected:
@@ -39,15 +34,7 @@ class ProjectStateCheckpointTest : public ::testing::Test {
 
   std::filesystem::path root() const { return std::filesystem::canonical(project_.path()); }
   WorkspaceProjectStateCheckpoint seedEntry(std::string id, Date createdAt, Trigger trigger) const {
-    WorkspaceProjectStateCheckpoint checkpoint{.checkpointID = std::move(id),
-                                               .createdAt = createdAt,
-                                               .projectPath = root().string(),
-                                               .trigger = trigger,
-                                               .stateHash = "s",
-                                               .projectFingerprint = "f"};
-    CheckpointFolder(root() / kEntries)
-        .write(CheckpointFolder::fileName(createdAt, checkpoint.checkpointID), checkpoint.encode());
-    return checkpoint;
+    return testing::writeStateEntry(root(), std::move(id), createdAt, trigger);
   }
 
   TestProject project_;

@@ -27,11 +27,17 @@ Uuid id(int n) {
 
 std::string idText(int n) { return id(n).uppercaseString(); }
 
-AnyCodableValue folder() { return JSONObject{{"type", "folder"}, {"folder", JSONObject{}}}; }
-AnyCodableValue note() { return JSONObject{{"type", "richText"}, {"richText", JSONObject{}}}; }
-AnyCodableValue invisibleChat() {
-  return JSONObject{{"type", "chat"}, {"chat", JSONObject{{"isInvisible", true}}}};
+AnyCodableValue payload(const std::string& kind, JSONObject body = {}) {
+  return JSONObject{{"type", kind}, {kind, std::move(body)}};
 }
+AnyCodableValue folder() { return payload("folder"); }
+AnyCodableValue note() { return payload("richText"); }
+AnyCodableValue invisibleChat() { return payload("chat", {{"isInvisible", true}}); }
+AnyCodableValue withURL(const std::string& kind, const std::string& url) {
+  return payload(kind, {{"url", url}});
+}
+AnyCodableValue table(AnyCodableValue::Array rows) { return payload("table", {{"rows", rows}}); }
+using Row = AnyCodableValue::Array;
 
 CardRecord card(int n, AnyCodableValue payload, std::optional<int> parent = std::nullopt) {
   CardRecord record;
@@ -88,15 +94,9 @@ TEST(CompileRulesTest, EveryRuleInCheckOrderWithItsWordingAndOwner) {
       .left = SnapConstraint{id(97), "middle", kNaN, Point{}, 4},
       .bottom = SnapConstraint{id(3), "top", 2, Point{kInfinity, kNaN}, 8},  // localOffset free
   };
-  const CardRecord ragged = card(
-      10, JSONObject{{"type", "table"},
-                     {"table",
-                      JSONObject{{"rows", AnyCodableValue::Array{AnyCodableValue::Array{"a", "b"},
-                                                                 AnyCodableValue::Array{"c"}}}}}});
-  const CardRecord badLink =
-      card(11, JSONObject{{"type", "link"}, {"link", JSONObject{{"url", " not a url "}}}});
-  const CardRecord badImage =
-      card(12, JSONObject{{"type", "image"}, {"image", JSONObject{{"url", "http://a b"}}}});
+  const CardRecord ragged = card(10, table({Row{"a", "b"}, Row{"c"}}));
+  const CardRecord badLink = card(11, withURL("link", " not a url "));
+  const CardRecord badImage = card(12, withURL("image", "http://a b"));
   CardRecord hiddenChat = card(13, invisibleChat());
   hiddenChat.frame.width = kNaN;
 
@@ -165,19 +165,12 @@ TEST(CompileRulesTest, CleanCardsOfEveryKindPass) {
   const WorkspaceProjectSnapshot snapshot = snapshotOf({
       group,
       card(2, note(), 1),
-      card(3,
-           JSONObject{
-               {"type", "table"},
-               {"table",
-                JSONObject{{"rows", AnyCodableValue::Array{AnyCodableValue::Array{"a", "b"},
-                                                           AnyCodableValue::Array{"c", "d"}}}}}},
-           1),
+      card(3, table({Row{"a", "b"}, Row{"c", "d"}}), 1),
       snapped,
-      card(5, JSONObject{{"type", "link"},
-                         {"link", JSONObject{{"url", "https://example.org/Straße?q=1#top"}}}}),
-      card(6, JSONObject{{"type", "image"}, {"image", JSONObject{{"url", "   "}}}}),
+      card(5, withURL("link", "https://example.org/Straße?q=1#top")),
+      card(6, withURL("image", "   ")),
       // Browser and video payloads are no kind the checks know: their URLs pass unseen.
-      card(7, JSONObject{{"type", "browser"}, {"browser", JSONObject{{"currentURL", "::"}}}}),
+      card(7, payload("browser", {{"currentURL", "::"}})),
   });
   const WorkspaceCompileResult result = compile(snapshot);
   EXPECT_EQ(result.status, WorkspaceCompileStatus::ok);
@@ -233,9 +226,7 @@ TEST(CompileRulesTest, ACycleBelongsToTheRuntimeWhenAnInvisibleChatIsPartOfIt) {
 TEST(CompileRulesTest, CapAndErrorsOnlyKeepCountsAndStatusWhole) {
   CardRecord zeroSize = card(1, note());
   zeroSize.frame.height = 0;
-  const auto link = [](int n) {
-    return card(n, JSONObject{{"type", "link"}, {"link", JSONObject{{"url", "no scheme"}}}});
-  };
+  const auto link = [](int n) { return card(n, withURL("link", "no scheme")); };
   // Two errors (card 1 twice over, card 2 once) and two warnings.
   CardRecord offBoard = card(2, note());
   offBoard.frame.y = kNaN;
@@ -282,30 +273,28 @@ TEST(CompileRulesTest, TokenFollowsTheValidatedState) {
                 .compileToken,
             token);
 
-  WorkspaceProjectSnapshot otherProject = base;
-  otherProject.metadata.projectId = "Q";
-  WorkspaceProjectSnapshot editedFile = base;
-  editedFile.projectFingerprint = "G";
-  WorkspaceProjectSnapshot moreCards = base;
-  moreCards.cards.push_back(card(2, note()));
-  WorkspaceProjectSnapshot nowBroken = base;
-  nowBroken.cards[0].frame.width = -1;
-  WorkspaceProjectSnapshot nowWarned = base;
-  nowWarned.cards.push_back(
-      card(2, JSONObject{{"type", "image"}, {"image", JSONObject{{"url", "bad url"}}}}));
-  // The same counts from another warning, with identity and fingerprint unchanged.
-  WorkspaceProjectSnapshot warnedOtherwise = base;
-  warnedOtherwise.cards.push_back(card(
-      2, JSONObject{
-             {"type", "table"},
-             {"table", JSONObject{{"rows", AnyCodableValue::Array{AnyCodableValue::Array{"a"},
-                                                                  AnyCodableValue::Array{}}}}}}));
+  const auto edited = [&](auto edit) {
+    WorkspaceProjectSnapshot snapshot = base;
+    edit(snapshot);
+    return compile(snapshot).compileToken;
+  };
+  const auto addCard = [&](AnyCodableValue payload) {
+    return edited([&](auto& snapshot) { snapshot.cards.push_back(card(2, std::move(payload))); });
+  };
+  const std::string nowWarned = addCard(withURL("image", "bad url"));
   std::set<std::string> tokens = {token};
-  for (const auto* changed : {&otherProject, &editedFile, &moreCards, &nowBroken, &nowWarned}) {
-    EXPECT_TRUE(tokens.insert(compile(*changed).compileToken).second);
+  for (const std::string& changed : {
+           edited([](auto& snapshot) { snapshot.metadata.projectId = "Q"; }),
+           edited([](auto& snapshot) { snapshot.projectFingerprint = "G"; }),
+           addCard(note()),
+           edited([](auto& snapshot) { snapshot.cards[0].frame.width = -1; }),
+           nowWarned,
+       }) {
+    EXPECT_TRUE(tokens.insert(changed).second);
   }
   // The token proves the state, not the wording of its findings.
-  EXPECT_EQ(compile(warnedOtherwise).compileToken, compile(nowWarned).compileToken);
+  // The same counts from another warning, with identity and fingerprint unchanged.
+  EXPECT_EQ(addCard(table({Row{"a"}, Row{}})), nowWarned);
 }
 
 }  // namespace

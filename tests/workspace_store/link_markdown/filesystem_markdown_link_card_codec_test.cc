@@ -43,63 +43,21 @@ CodecError decodeError(const std::string& text) {
 }
 
 TEST(LinkCardWriterTest, WritesFullDocumentExactly) {
-  const std::string expected = textLines({
-                                   "---",
-                                   "zorvik-kind: link",
-                                   "source: local",
-                                   "url: https://example.com/a?b=c#d",
-                                   "note: |",
-                                   "  First line",
-                                   "  Second line",
-                                   "summary: A short summary",
-                                   "row-items:",
-                                   "  - label: Price",
-                                   "    type: key_value",
-                                   "    value: 3 EUR",
-                                   "  - label: Tags",
-                                   "    type: expandable_list",
-                                   "    expanded: true",
-                                   "    items:",
-                                   "      - a",
-                                   "      -  b",
-                                   "      - ",
-                                   "  - label: Done",
-                                   "    type: todo",
-                                   "    checked: true",
-                                   "  - label: Score",
-                                   "    type: rating",
-                                   "    rating: 4",
-                                   "available-fields:",
-                                   "  - label: Empty list",
-                                   "    type: expandable_list",
-                                   "    expanded: false",
-                                   "    items:",
-                                   "  - label: Open",
-                                   "    type: todo",
-                                   "    checked: false",
-                                   "  - label: Padded",
-                                   "    type: key_value",
-                                   "    value: |",
-                                   "       padded\t",
-                                   "hidden-row-items:",
-                                   "  - label: Secret",
-                                   "    type: key_value",
-                                   "    value: |",
-                                   "      ",
-                                   "  - label: Low",
-                                   "    type: rating",
-                                   "    rating: -2",
-                                   "images:",
-                                   "  - a.png",
-                                   "  - b c.png",
-                                   "current-image-index: 1",
-                                   "available-images:",
-                                   "  - c.png",
-                                   "hero-image-aspect-ratio: 1.5",
-                                   "is-template: true",
-                                   "---",
-                               }) +
-                               "# Heading\n\nBody text.\n";
+  const std::string expected =
+      "---\nzorvik-kind: link\nsource: local\nurl: https://example.com/a?b=c#d\n"
+      "note: |\n  First line\n  Second line\nsummary: A short summary\nrow-items:\n"
+      "  - label: Price\n    type: key_value\n    value: 3 EUR\n"
+      "  - label: Tags\n    type: expandable_list\n    expanded: true\n"
+      "    items:\n      - a\n      -  b\n      - \n"
+      "  - label: Done\n    type: todo\n    checked: true\n"
+      "  - label: Score\n    type: rating\n    rating: 4\navailable-fields:\n"
+      "  - label: Empty list\n    type: expandable_list\n    expanded: false\n    items:\n"
+      "  - label: Open\n    type: todo\n    checked: false\n"
+      "  - label: Padded\n    type: key_value\n    value: |\n       padded\t\n"
+      "hidden-row-items:\n  - label: Secret\n    type: key_value\n    value: |\n      \n"
+      "  - label: Low\n    type: rating\n    rating: -2\nimages:\n  - a.png\n  - b c.png\n"
+      "current-image-index: 1\navailable-images:\n  - c.png\nhero-image-aspect-ratio: 1.5\n"
+      "is-template: true\n---\n# Heading\n\nBody text.\n";
   EXPECT_EQ(Codec::encode(fullDocument()), expected);
   EXPECT_EQ(Codec::decode(expected), fullDocument());
 }
@@ -107,16 +65,9 @@ TEST(LinkCardWriterTest, WritesFullDocumentExactly) {
 TEST(LinkCardWriterTest, WritesMinimalDocumentWithAlwaysPresentKeysOnly) {
   FilesystemMarkdownLinkCardDocument document;
   document.summary = "";  // present but empty: left out
-  const std::string expected = textLines({
-      "---",
-      "zorvik-kind: link",
-      "source: remote",
-      "url: |",
-      "  ",
-      "current-image-index: 0",
-      "is-template: false",
-      "---",
-  });
+  const std::string expected =
+      "---\nzorvik-kind: link\nsource: remote\nurl: |\n  \ncurrent-image-index: 0\n"
+      "is-template: false\n---\n";
   EXPECT_EQ(Codec::encode(document), expected);
   EXPECT_EQ(Codec::decode(expected), FilesystemMarkdownLinkCardDocument{});
 }
@@ -132,11 +83,13 @@ TEST(LinkCardWriterTest, NormalisesRowTypesAndWritesOtherKindsAsKeyValueText) {
       {.label = "Bare", .type = "rating"},
   };
   const std::string text = Codec::encode(document);
-  EXPECT_NE(text.find(textLines({"row-items:", "  - label: Tags", "    type: expandable_list",
-                                 "    expanded: false", "    items:", "      - x",
-                                 "  - label: Site", "    type: link", "    value: example.com",
-                                 "  - label: Bare", "    type: rating", "    rating: 0"})),
-            std::string::npos)
+  EXPECT_NE(
+      text.find(
+          "row-items:\n"
+          "  - label: Tags\n    type: expandable_list\n    expanded: false\n    items:\n      - x\n"
+          "  - label: Site\n    type: link\n    value: example.com\n"
+          "  - label: Bare\n    type: rating\n    rating: 0\n"),
+      std::string::npos)
       << text;
   const auto decoded = Codec::decode(text);
   EXPECT_EQ(decoded.rowItems[0].type, "expandable_list");
@@ -209,27 +162,12 @@ TEST(LinkCardReaderTest, CarriageReturnLineEndsReadLikeLineFeeds) {
 }
 
 TEST(LinkCardReaderTest, ReadsHandWrittenFrontMatter) {
-  const std::string text = textLines({
-      "---",
-      "",
-      "zorvik-kind:   link  ",
-      "url:\thttps://example.com  ",
-      "note: |",
-      "  first",
-      "",
-      "   indented",
-      "summary: null",
-      "unknown-key: ignored",
-      "other:",
-      "  - nested and ignored",
-      "images:",
-      "",
-      "available-images: [\"x.png\", \"y\\u0041.png\"]",
-      "current-image-index: 12abc",
-      "is-template: TRUE",
-      "hero-image-aspect-ratio: wide",
-      "---",
-  });
+  const std::string text =
+      "---\n\nzorvik-kind:   link  \nurl:\thttps://example.com  \n"
+      "note: |\n  first\n\n   indented\nsummary: null\n"
+      "unknown-key: ignored\nother:\n  - nested and ignored\nimages:\n\n"
+      "available-images: [\"x.png\", \"y\\u0041.png\"]\ncurrent-image-index: 12abc\n"
+      "is-template: TRUE\nhero-image-aspect-ratio: wide\n---\n";
   const auto document = Codec::decode(text);
   FilesystemMarkdownLinkCardDocument expected;
   expected.url = "https://example.com";
@@ -288,27 +226,12 @@ TEST(LinkCardReaderTest, ReadsRowItemForms) {
   EXPECT_EQ(rows("row-items: []"), std::vector<WorkspaceRowItem>{});
   EXPECT_EQ(rows("row-items:"), std::vector<WorkspaceRowItem>{});
   EXPECT_EQ(
-      rows(textLines({
-          "row-items:",
-          "  - label: \"Quoted\\tlabel\"",
-          "  - label: Tags",
-          "    type: Expandable-List",
-          "    expanded: TRUE",
-          "    items: [\"a\", \"b\"]",
-          "",
-          "  - label: Multi",
-          "    value: |",
-          "      one",
-          "",
-          "      two",
-          "  - label: Stars",
-          "    type: rating",
-          "    rating: lots",
-          "  - label: Task",
-          "    type: todo",
-          "    checked: maybe",
-          "    unknown: kept out",
-      })),
+      rows("row-items:\n  - label: \"Quoted\\tlabel\"\n"
+           "  - label: Tags\n    type: Expandable-List\n    expanded: TRUE\n"
+           "    items: [\"a\", \"b\"]\n\n"
+           "  - label: Multi\n    value: |\n      one\n\n      two\n"
+           "  - label: Stars\n    type: rating\n    rating: lots\n"
+           "  - label: Task\n    type: todo\n    checked: maybe\n    unknown: kept out\n"),
       (std::vector<WorkspaceRowItem>{
           keyValueRow("Quoted\tlabel", ""), listRow("Tags", {"a", "b"}, true),
           keyValueRow("Multi", "one\n\ntwo"), ratingRow("Stars", 0), todoRow("Task", false)}));
@@ -320,50 +243,42 @@ TEST(LinkCardReaderTest, ReportsEachErrorWithItsText) {
     CodecError::Kind kind;
     std::string description;
   };
+  using enum CodecError::Kind;
   const std::string head = "---\nzorvik-kind: link\n";
+  const std::string noFrontMatter = "Link markdown is missing required front matter.";
+  const std::string noKind = "Markdown front matter is missing `zorvik-kind: link`.";
+  const auto badLine = [](std::string line) { return "Invalid front-matter line '" + line + "'."; };
+  const auto badArray = [](std::string key) {
+    return "Invalid array value for front-matter key '" + key + "'.";
+  };
+  const auto badRows = [](std::string key) {
+    return "Invalid row-item list for front-matter key '" + key + "'.";
+  };
   const std::vector<Case> cases = {
-      {"", CodecError::Kind::missingFrontMatter, "Link markdown is missing required front matter."},
-      {"zorvik-kind: link\n---\n", CodecError::Kind::missingFrontMatter,
-       "Link markdown is missing required front matter."},
-      {"--- \nzorvik-kind: link\n---\n", CodecError::Kind::missingFrontMatter,
-       "Link markdown is missing required front matter."},
-      {"---\nzorvik-kind: link\n--- \n", CodecError::Kind::missingFrontMatter,
-       "Link markdown is missing required front matter."},
-      {"---\nurl: x\n---\n", CodecError::Kind::unsupportedKind,
-       "Markdown front matter is missing `zorvik-kind: link`."},
-      {"---\nzorvik-kind:\n---\n", CodecError::Kind::unsupportedKind,
-       "Markdown front matter is missing `zorvik-kind: link`."},
-      {"---\nzorvik-kind: page\n---\n", CodecError::Kind::unsupportedKind,
-       "Unsupported markdown card kind 'page'."},
-      {"---\nzorvik-kind: Link\n---\n", CodecError::Kind::unsupportedKind,
-       "Unsupported markdown card kind 'Link'."},
-      {head + " url: x\n---\n", CodecError::Kind::invalidFrontMatterLine,
-       "Invalid front-matter line ' url: x'."},
-      {head + "no colon here\n---\n", CodecError::Kind::invalidFrontMatterLine,
-       "Invalid front-matter line 'no colon here'."},
-      {head + ": empty key\n---\n", CodecError::Kind::invalidFrontMatterLine,
-       "Invalid front-matter line ': empty key'."},
-      {head + "\t: empty key\n---\n", CodecError::Kind::invalidFrontMatterLine,
-       "Invalid front-matter line '\t: empty key'."},
-      {head + "images:\n  - a\n  b\n---\n", CodecError::Kind::invalidStringArray,
-       "Invalid array value for front-matter key 'images'."},
-      {head + "available-images:\n  -a\n---\n", CodecError::Kind::invalidStringArray,
-       "Invalid array value for front-matter key 'available-images'."},
+      {"", missingFrontMatter, noFrontMatter},
+      {"zorvik-kind: link\n---\n", missingFrontMatter, noFrontMatter},
+      {"--- \nzorvik-kind: link\n---\n", missingFrontMatter, noFrontMatter},
+      {"---\nzorvik-kind: link\n--- \n", missingFrontMatter, noFrontMatter},
+      {"---\nurl: x\n---\n", unsupportedKind, noKind},
+      {"---\nzorvik-kind:\n---\n", unsupportedKind, noKind},
+      {"---\nzorvik-kind: page\n---\n", unsupportedKind, "Unsupported markdown card kind 'page'."},
+      {"---\nzorvik-kind: Link\n---\n", unsupportedKind, "Unsupported markdown card kind 'Link'."},
+      {head + " url: x\n---\n", invalidFrontMatterLine, badLine(" url: x")},
+      {head + "no colon here\n---\n", invalidFrontMatterLine, badLine("no colon here")},
+      {head + ": empty key\n---\n", invalidFrontMatterLine, badLine(": empty key")},
+      {head + "\t: empty key\n---\n", invalidFrontMatterLine, badLine("\t: empty key")},
+      {head + "images:\n  - a\n  b\n---\n", invalidStringArray, badArray("images")},
+      {head + "available-images:\n  -a\n---\n", invalidStringArray, badArray("available-images")},
       {head + "row-items:\n  - label: L\n    type: expandable_list\n    items:\n      x\n---\n",
-       CodecError::Kind::invalidStringArray,
-       "Invalid array value for front-matter key 'row-items.items'."},
-      {head + "row-items: not json\n---\n", CodecError::Kind::invalidRowItems,
-       "Invalid row-item list for front-matter key 'row-items'."},
-      {head + "available-fields: [{\"type\":\"todo\"}]\n---\n", CodecError::Kind::invalidRowItems,
-       "Invalid row-item list for front-matter key 'available-fields'."},
-      {head + "hidden-row-items:\n    type: todo\n---\n", CodecError::Kind::invalidRowItems,
-       "Invalid row-item list for front-matter key 'hidden-row-items'."},
-      {head + "row-items:\n  - label: L\n  stray\n---\n", CodecError::Kind::invalidRowItems,
-       "Invalid row-item list for front-matter key 'row-items'."},
-      {head + "row-items:\n  - type: todo\n---\n", CodecError::Kind::invalidRowItems,
-       "Invalid row-item list for front-matter key 'row-items'."},
-      {head + "row-items:\n  - label: L\n    oops\n---\n", CodecError::Kind::invalidFrontMatterLine,
-       "Invalid front-matter line 'oops'."},
+       invalidStringArray, badArray("row-items.items")},
+      {head + "row-items: not json\n---\n", invalidRowItems, badRows("row-items")},
+      {head + "available-fields: [{\"type\":\"todo\"}]\n---\n", invalidRowItems,
+       badRows("available-fields")},
+      {head + "hidden-row-items:\n    type: todo\n---\n", invalidRowItems,
+       badRows("hidden-row-items")},
+      {head + "row-items:\n  - label: L\n  stray\n---\n", invalidRowItems, badRows("row-items")},
+      {head + "row-items:\n  - type: todo\n---\n", invalidRowItems, badRows("row-items")},
+      {head + "row-items:\n  - label: L\n    oops\n---\n", invalidFrontMatterLine, badLine("oops")},
   };
   for (const Case& c : cases) {
     const CodecError error = decodeError(c.text);

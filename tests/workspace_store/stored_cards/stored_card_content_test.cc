@@ -5,7 +5,6 @@
 #include "foundation/file_url.h"
 #include "foundation/json/any_codable_value.h"
 #include "foundation/json/value_decoder.h"
-#include "foundation/json/value_encoder.h"
 #include "stored_cards_test_support.h"
 #include "support/temp_directory.h"
 
@@ -33,17 +32,8 @@ class StoredTextContentTest : public ::testing::Test {
   TempDirectory outside_;
 };
 
-TEST_F(StoredTextContentTest, FactoriesAndJSONForm) {
-  const StoredTextContent external = markdownAt("resources/a.md");
-  EXPECT_EQ(encodeValue(external), AnyCodableValue::parse(R"({"mode":"external",)"
-                                                          R"("format":"markdown",)"
-                                                          R"("path":"resources/a.md",)"
-                                                          R"("encoding":"utf-8"})"));
-  const StoredTextContent inlined =
-      StoredTextContent::makeInline(StoredTextContentFormat::javascript, "x();");
-  EXPECT_EQ(encodeValue(inlined),
-            AnyCodableValue::parse(R"({"mode":"inline","format":"javascript","value":"x();"})"));
-  EXPECT_EQ(decodeValue<StoredTextContent>(encodeValue(external)), external);
+// The JSON forms are checked through the stored payloads and records that carry them.
+TEST_F(StoredTextContentTest, UnknownModeIsADecodingError) {
   EXPECT_THROW(decodeValue<StoredTextContent>(
                    AnyCodableValue::parse(R"({"mode":"linked","format":"markdown"})")),
                DecodingError);
@@ -124,14 +114,11 @@ TEST_F(StoredTextContentTest, RejectsPathsOutsideTheRules) {
   const std::string underCard = "` must stay under `" + kCardFolder + "/`.";
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"resources/a:b/c.md", underCard},
-      {"resources//c.md", underCard},
       {"notes/c.md", underCard},
-      {"cards/" + kCardUpper + "/content.md", underCard},
       // Both pass the case-insensitive prefix rule but name folders other than the card's own.
       {"Resources/cards/" + kCardUpper + "/content.md", underCard},
       {"resources/cards/" + kCardLower + "/a:b.md", underCard},
       {"resources/../../outside.md", "` must not contain `.` or `..` segments."},
-      {kCardFolder + "/../x.md", "` must not contain `.` or `..` segments."},
   };
   for (const auto& [path, tail] : cases) {
     expectStorageError([&] { resolve(markdownAt(path)); }, Kind::invalidPath,
@@ -196,16 +183,6 @@ class StoredTableDataSourceTest : public StoredTextContentTest {
     return source.resolveTable(project_.path(), kCardID);
   }
 };
-
-TEST_F(StoredTableDataSourceTest, FactoriesAndJSONForm) {
-  EXPECT_EQ(encodeValue(StoredTableDataSource::makeExternal("resources/t.csv")),
-            AnyCodableValue::parse(R"({"mode":"external","format":"csv","path":"resources/t.csv",)"
-                                   R"("encoding":"utf-8","headerRow":true})"));
-  const auto inlined = StoredTableDataSource::makeInline({"a"}, {{"1", "2"}});
-  EXPECT_EQ(encodeValue(inlined),
-            AnyCodableValue::parse(R"({"mode":"inline","columns":["a"],"rows":[["1","2"]]})"));
-  EXPECT_EQ(decodeValue<StoredTableDataSource>(encodeValue(inlined)), inlined);
-}
 
 TEST_F(StoredTableDataSourceTest, InlineTablesStayAsTheyAre) {
   const auto table = resolveTable(StoredTableDataSource::makeInline({"a", "b"}, {{"1"}}));

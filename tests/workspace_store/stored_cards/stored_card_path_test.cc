@@ -12,16 +12,6 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = StoredCardStorageError::Kind;
 
-TEST(StoredCardPathTest, NamesTheCardsSidecarLocations) {
-  EXPECT_EQ(StoredCardPath::root(kCardID), kCardFolder);
-  EXPECT_EQ(StoredCardPath::richTextMarkdown(kCardID), kCardFolder + "/content.md");
-  EXPECT_EQ(StoredCardPath::tableCSV(kCardID), kCardFolder + "/table.csv");
-  EXPECT_EQ(StoredCardPath::htmlRoot(kCardID), kCardFolder + "/html");
-  EXPECT_EQ(StoredCardPath::htmlDocument(kCardID), kCardFolder + "/html/index.html");
-  EXPECT_EQ(StoredCardPath::htmlCSS(kCardID), kCardFolder + "/html/styles.css");
-  EXPECT_EQ(StoredCardPath::htmlJS(kCardID), kCardFolder + "/html/script.js");
-}
-
 TEST(StoredCardPathTest, NormalizesProjectResourcePaths) {
   const std::vector<std::pair<std::string, std::optional<std::string>>> cases = {
       {" resources/a/b.md \n", "resources/a/b.md"},
