@@ -36,8 +36,6 @@ TEST(OptionParsersTest, ToolInvocationRejectsBadCommandLines) {
             "args: Use either --args-json or --args-file, not both.");
   EXPECT_EQ(invoke({"x", "--args-json", "[1]"}),
             "args: agent call arguments must be a JSON object.");
-  EXPECT_EQ(invoke({"x", "--args-json", "\"text\""}),
-            "args: agent call arguments must be a JSON object.");
   EXPECT_TRUE(invoke({"x", "--args-json", "{"}).starts_with("json: Failed to parse --args-json: "));
   EXPECT_EQ(invoke({"x", "--args-json", "{\"a\":\"\xFF\"}"}),
             "json: Failed to parse --args-json: Invalid UTF-8 string");
@@ -99,7 +97,6 @@ TEST(OptionParsersTest, ProjectValidateChecksPathFirstAndCountStrictly) {
     return failure([&] { parseProjectValidateOptions(arguments); });
   };
   EXPECT_EQ(validate({}), "args: project validate requires a project folder path.");
-  EXPECT_EQ(validate({"--json"}), "args: project validate requires a project folder path.");
   EXPECT_EQ(validate({"--help"}), "args: project validate requires a project folder path.");
   for (std::string bad : {"0", "-3", "", "5x", "++5", "1.5", "99999999999", " 5"}) {
     SCOPED_TRACE(bad);

@@ -39,16 +39,11 @@ TEST(Sha256Test, HasherStreamsResetsAndMoves) {
   EXPECT_EQ(assigned.finishHex(), kAbcSha);
 }
 
-class Sha256FileTest : public ::testing::Test {
- protected:
-  std::filesystem::path writeFile(const std::string& name, const std::string& contents) {
-    return folder_.write(name, contents);
-  }
-
-  testing::TempDirectory folder_;
-};
-
-TEST_F(Sha256FileTest, StreamsFilesOfAnySize) {
+TEST(Sha256FileTest, StreamsFilesOfAnySizeAndGivesNothingForUnreadableOnes) {
+  testing::TempDirectory folder;
+  const auto writeFile = [&](const std::string& name, const std::string& contents) {
+    return folder.write(name, contents);
+  };
   EXPECT_EQ(sha256HexOfFile(writeFile("empty", "")), kEmptySha);
   EXPECT_EQ(sha256HexOfFile(writeFile("abc", "abc")), kAbcSha);
   // About fifteen and a quarter 64 KiB blocks.
@@ -57,11 +52,8 @@ TEST_F(Sha256FileTest, StreamsFilesOfAnySize) {
   std::string twoBlocks(128 * 1024, '\0');
   for (size_t i = 0; i < twoBlocks.size(); ++i) twoBlocks[i] = static_cast<char>(i * 31 % 251);
   EXPECT_EQ(sha256HexOfFile(writeFile("two", twoBlocks)), sha256Hex(twoBlocks));
-}
-
-TEST_F(Sha256FileTest, UnreadableFilesGiveNothing) {
-  EXPECT_EQ(sha256HexOfFile(folder_.path() / "missing"), std::nullopt);
-  EXPECT_EQ(sha256HexOfFile(folder_.path()), std::nullopt);
+  EXPECT_EQ(sha256HexOfFile(folder.path() / "missing"), std::nullopt);
+  EXPECT_EQ(sha256HexOfFile(folder.path()), std::nullopt);
 }
 
 TEST(Fnv1aTest, MatchesKnownVectors) {

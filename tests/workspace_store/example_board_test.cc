@@ -9,8 +9,8 @@ namespace zorvik {
 namespace {
 
 TEST(ExampleBoardTest, HoldsEveryKindAndLoadsWithoutDiagnostics) {
-  const std::filesystem::path board = std::filesystem::path(ZORVIK_SOURCE_DIR) / "examples" /
-                                      "research-board";
+  const std::filesystem::path board =
+      std::filesystem::path(ZORVIK_SOURCE_DIR) / "examples" / "research-board";
   const WorkspaceProjectSnapshotStore store;
   const WorkspaceProjectSnapshot snapshot = store.load(board);
   EXPECT_TRUE(snapshot.loadDiagnostics.empty());

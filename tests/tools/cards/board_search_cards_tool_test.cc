@@ -33,43 +33,19 @@ std::vector<WorkspaceCard> matchingCards(int count) {
   return cards;
 }
 
-TEST(BoardSearchCardsToolTest, SpecDescribesTheTool) {
+TEST(BoardSearchCardsToolTest, ExamplesAreValidRequests) {
   const BoardSearchCardsTool tool({});
-  const AgentToolSpec& spec = tool.spec();
-  EXPECT_EQ(spec.name, "search_cards");
-  EXPECT_EQ(spec.summary, "Search the current board and return relevant card snippets.");
-  EXPECT_EQ(spec.notes,
-            "Use this for semantic/relevance search when you know the concept but not the exact "
-            "wording. Prefer grep_cards for exact literals/IDs/regex and list_card_metadata for "
-            "counts/ownership/lightweight fields.");
-  EXPECT_EQ(spec.execution, AgentToolExecutionMode::parallel);
-  const JSONObject* input = spec.inputSchema->member("properties")->asObject();
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : *input) keys.push_back(key);
-  EXPECT_THAT(keys, ElementsAre("expansion_level", "include_full_context", "max_chars_per_card",
-                                "max_snippets_per_card", "query", "scope", "top_k"));
-  EXPECT_EQ(spec.inputSchema->member("required")->compactJSONString(), R"(["query"])");
-  const AnyCodableValue* results = spec.outputSchema->member("properties")->member("results");
-  std::vector<std::string> itemKeys;
-  for (const auto& [key, value] : *results->member("items")->member("properties")->asObject()) {
-    itemKeys.push_back(key);
-  }
-  EXPECT_THAT(itemKeys, ElementsAre("card_id", "full_context", "score", "snippets", "summary",
-                                    "title", "type"));
-  ASSERT_TRUE(spec.examples);
-  for (const AnyCodableValue& example : *spec.examples) {
+  for (const AnyCodableValue& example : *tool.spec().examples) {
     EXPECT_NO_THROW(decodeValue<BoardSearchCardsTool::Request>(example));
   }
 }
 
 TEST(BoardSearchCardsToolTest, EmptyQueryIsAnError) {
   const BoardSearchCardsTool tool(matchingCards(1));
-  try {
-    call(tool, {{"query", " \n "}});
-    FAIL() << "no error";
-  } catch (const std::invalid_argument& error) {
-    EXPECT_STREQ(error.what(), "search_cards query must be non-empty.");
-  }
+  EXPECT_EQ(testing::thrownMessage<std::invalid_argument>([&] {
+              call(tool, {{"query", " \n "}});
+            }),
+            "search_cards query must be non-empty.");
   EXPECT_THROW(call(tool, {{"top_k", 3}}), DecodingError);
 }
 
@@ -177,16 +153,11 @@ TEST(BoardSearchCardsToolTest, ResponseJsonUsesSnakeCaseKeys) {
   const BoardSearchCardsTool tool(matchingCards(1));
   const AnyCodableValue result =
       tool.run(JSONObject{{"query", "solar"}, {"expansion_level", 2}}, AgentToolContext{});
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : *result.asObject()) keys.push_back(key);
+  EXPECT_THAT(testing::keysOf(result), ElementsAre("results", "scope_label", "scope_requested",
+                                                   "scope_used", "total_cards"));
   EXPECT_THAT(
-      keys, ElementsAre("results", "scope_label", "scope_requested", "scope_used", "total_cards"));
-  std::vector<std::string> itemKeys;
-  for (const auto& [key, value] : *(*result.member("results")->asArray())[0].asObject()) {
-    itemKeys.push_back(key);
-  }
-  EXPECT_THAT(itemKeys, ElementsAre("card_id", "full_context", "score", "snippets", "summary",
-                                    "title", "type"));
+      testing::keysOf((*result.member("results")->asArray())[0]),
+      ElementsAre("card_id", "full_context", "score", "snippets", "summary", "title", "type"));
 }
 
 }  // namespace

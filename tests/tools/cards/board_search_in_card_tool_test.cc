@@ -41,17 +41,7 @@ class BoardSearchInCardToolTest : public ::testing::Test {
   Tool tool{cards};
 };
 
-TEST_F(BoardSearchInCardToolTest, SpecDescribesTheTool) {
-  EXPECT_EQ(tool.spec().name, "search_in_card");
-  EXPECT_EQ(tool.spec().summary, "Search for text within cards.");
-  EXPECT_EQ(tool.spec().notes, "Returns labeled snippets with scores.");
-  EXPECT_EQ(tool.spec().execution, AgentToolExecutionMode::parallel);
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : *tool.spec().inputSchema->member("properties")->asObject()) {
-    keys.push_back(key);
-  }
-  EXPECT_THAT(keys,
-              ElementsAre("card_ids", "max_cards", "max_snippets_per_card", "query", "scope"));
+TEST_F(BoardSearchInCardToolTest, ExamplesAreValidRequests) {
   for (const AnyCodableValue& example : *tool.spec().examples) {
     EXPECT_NO_THROW(decodeValue<Tool::Request>(example));
   }
@@ -96,26 +86,19 @@ TEST_F(BoardSearchInCardToolTest, UnknownIdsAreNotFoundAndCardsWithoutSnippetsDr
 TEST_F(BoardSearchInCardToolTest, OrdersByBestScoreKeepingRequestedOrderOnTies) {
   const auto response =
       call(tool, {{"query", "alpha beta"}, {"card_ids", ids({&cards[3], &cards[0], &cards[1]})}});
-  std::vector<std::string> titles;
-  for (const auto& item : response.results) titles.push_back(item.title);
-  EXPECT_THAT(titles, ElementsAre("Full", "Also half", "Half"));
-
+  EXPECT_THAT(testing::titlesOf(response.results), ElementsAre("Full", "Also half", "Half"));
   const auto whole = call(tool, {{"query", "alpha beta"}, {"card_ids", AnyCodableValue::Array{}}});
-  titles.clear();
-  for (const auto& item : whole.results) titles.push_back(item.title);
-  EXPECT_THAT(titles, ElementsAre("Full", "Half", "Also half"));
+  EXPECT_THAT(testing::titlesOf(whole.results), ElementsAre("Full", "Half", "Also half"));
 
   EXPECT_EQ(call(tool, {{"query", "alpha beta"}, {"max_cards", 2}}).results.size(), 2u);
   EXPECT_EQ(call(tool, {{"query", "alpha beta"}, {"max_cards", -4}}).results.size(), 1u);
 }
 
 TEST_F(BoardSearchInCardToolTest, EmptyOrTokenlessQueries) {
-  try {
-    call(tool, {{"query", "  "}});
-    FAIL() << "no error";
-  } catch (const std::invalid_argument& error) {
-    EXPECT_STREQ(error.what(), "search_in_card query must be non-empty.");
-  }
+  EXPECT_EQ(testing::thrownMessage<std::invalid_argument>([&] {
+              call(tool, {{"query", "  "}});
+            }),
+            "search_in_card query must be non-empty.");
   EXPECT_THAT(call(tool, {{"query", "a"}}).results, IsEmpty());
 }
 

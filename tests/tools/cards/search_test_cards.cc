@@ -38,4 +38,10 @@ std::vector<const WorkspaceCard*> pointersTo(const std::vector<WorkspaceCard>& c
   return pointers;
 }
 
+std::vector<std::string> keysOf(const AnyCodableValue& object) {
+  std::vector<std::string> keys;
+  for (const auto& [key, value] : *object.asObject()) keys.push_back(key);
+  return keys;
+}
+
 }  // namespace zorvik::testing

@@ -26,45 +26,37 @@ std::vector<std::string> labelsOf(const std::vector<Chunk>& chunks) {
   return labels;
 }
 
-TEST(WorkspaceCardSearchChunksTest, BrowserGivesUrlPageTitleAndSummary) {
-  auto card = makeCard("Docs", WorkspaceBrowserPayload{.summary = "API reference",
-                                                       .currentURL = "https://example.org/api",
-                                                       .pageTitle = "Reference"});
-  EXPECT_THAT(chunksOf(card),
-              ElementsAre(Chunk{"Title", "Docs"}, Chunk{"Browser URL", "https://example.org/api"},
-                          Chunk{"Page Title", "Reference"}, Chunk{"Summary", "API reference"}));
-}
-
-TEST(WorkspaceCardSearchChunksTest, HtmlGivesSummarySourceAndRemoteAssetPolicy) {
-  auto blocked = makeCard("Chart", WorkspaceHTMLPayload{.summary = "Prices", .html = "<p>x</p>"});
-  EXPECT_THAT(chunksOf(blocked),
-              ElementsAre(Chunk{"Title", "Chart"}, Chunk{"Summary", "Prices"},
-                          Chunk{"HTML", "<p>x</p>"}, Chunk{"Remote Assets", "blocked"}));
-  auto allowed =
-      makeCard("Chart", WorkspaceHTMLPayload{.html = "<p>x</p>", .allowRemoteAssets = true});
-  EXPECT_THAT(chunksOf(allowed), ElementsAre(Chunk{"Title", "Chart"}, Chunk{"HTML", "<p>x</p>"},
-                                             Chunk{"Remote Assets", "allowed"}));
-}
-
-TEST(WorkspaceCardSearchChunksTest, FolderVideoAndImage) {
-  auto folder =
-      makeCard("Sources", WorkspaceFolderPayload{.summary = "All sources", .layout = "grid"});
-  EXPECT_THAT(chunksOf(folder),
-              ElementsAre(Chunk{"Title", "Sources"}, Chunk{"Summary", "All sources"},
-                          Chunk{"Layout", "grid"}));
-
-  // A video has no summary chunk, even with a summary.
-  auto video = makeCard(
-      "Talk", WorkspaceVideoPayload{
-                  .url = "https://v.example/1", .sourceType = "remote", .summary = "Keynote"});
-  EXPECT_THAT(chunksOf(video),
-              ElementsAre(Chunk{"Title", "Talk"}, Chunk{"Video URL", "https://v.example/1"}));
-
-  auto image =
-      makeCard("Roof", WorkspaceImagePayload{.url = "resources/roof.png", .summary = "Array"});
-  EXPECT_THAT(chunksOf(image),
-              ElementsAre(Chunk{"Title", "Roof"}, Chunk{"Image URL", "resources/roof.png"},
-                          Chunk{"Summary", "Array"}));
+TEST(WorkspaceCardSearchChunksTest, EachTypeGivesItsFieldsInOrder) {
+  struct Case {
+    WorkspaceCard card;
+    std::vector<Chunk> chunks;
+  };
+  const std::vector<Case> cases = {
+      {makeCard("Docs", WorkspaceBrowserPayload{.summary = "API reference",
+                                                .currentURL = "https://example.org/api",
+                                                .pageTitle = "Reference"}),
+       {{"Title", "Docs"},
+        {"Browser URL", "https://example.org/api"},
+        {"Page Title", "Reference"},
+        {"Summary", "API reference"}}},
+      {makeCard("Chart", WorkspaceHTMLPayload{.summary = "Prices", .html = "<p>x</p>"}),
+       {{"Title", "Chart"},
+        {"Summary", "Prices"},
+        {"HTML", "<p>x</p>"},
+        {"Remote Assets", "blocked"}}},
+      {makeCard("Chart", WorkspaceHTMLPayload{.html = "<p>x</p>", .allowRemoteAssets = true}),
+       {{"Title", "Chart"}, {"HTML", "<p>x</p>"}, {"Remote Assets", "allowed"}}},
+      {makeCard("Sources", WorkspaceFolderPayload{.summary = "All sources", .layout = "grid"}),
+       {{"Title", "Sources"}, {"Summary", "All sources"}, {"Layout", "grid"}}},
+      // A video has no summary chunk, even with a summary.
+      {makeCard("Talk",
+                WorkspaceVideoPayload{
+                    .url = "https://v.example/1", .sourceType = "remote", .summary = "Keynote"}),
+       {{"Title", "Talk"}, {"Video URL", "https://v.example/1"}}},
+      {makeCard("Roof", WorkspaceImagePayload{.url = "resources/roof.png", .summary = "Array"}),
+       {{"Title", "Roof"}, {"Image URL", "resources/roof.png"}, {"Summary", "Array"}}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(chunksOf(c.card), c.chunks) << c.card.title;
 }
 
 TEST(WorkspaceCardSearchChunksTest, CardSummaryStandsForTheSummaryChunk) {

