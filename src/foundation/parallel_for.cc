@@ -8,23 +8,43 @@
 #include <vector>
 
 namespace zorvik {
+namespace {
+
+// Set on every thread while it runs bodies of a parallelFor.
+thread_local bool insideParallelFor = false;
+
+}  // namespace
 
 void parallelFor(size_t count, const std::function<void(size_t)>& body, size_t minimumPerThread) {
+  if (insideParallelFor) {
+    for (size_t i = 0; i < count; ++i) body(i);
+    return;
+  }
   constexpr size_t kBatch = 32;
   constexpr size_t kMaximumThreads = 8;
   std::atomic<size_t> next{0};
   std::mutex failureMutex;
+  size_t failedIndex = count;
   std::exception_ptr failure;
   const auto work = [&] {
-    try {
-      for (size_t start = next.fetch_add(kBatch); start < count; start = next.fetch_add(kBatch)) {
-        for (size_t i = start; i < std::min(start + kBatch, count); ++i) body(i);
+    insideParallelFor = true;
+    for (size_t start = next.fetch_add(kBatch); start < count; start = next.fetch_add(kBatch)) {
+      const size_t end = std::min(start + kBatch, count);
+      for (size_t i = start; i < end; ++i) {
+        try {
+          body(i);
+        } catch (...) {
+          next = count;  // batches not yet handed out are skipped
+          const std::lock_guard lock(failureMutex);
+          if (i < failedIndex) {
+            failedIndex = i;
+            failure = std::current_exception();
+          }
+          break;
+        }
       }
-    } catch (...) {
-      next = count;  // the other threads stop at their next batch
-      const std::lock_guard lock(failureMutex);
-      if (!failure) failure = std::current_exception();
     }
+    insideParallelFor = false;
   };
   const size_t threads =
       std::min<size_t>({std::max(1u, std::thread::hardware_concurrency()), kMaximumThreads,
