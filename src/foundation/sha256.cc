@@ -11,8 +11,15 @@
 namespace zorvik {
 namespace {
 
+// The algorithm is looked up once per process: a lookup per digest costs as much as hashing a
+// small file.
+const EVP_MD* sha256Algorithm() {
+  static EVP_MD* const algorithm = EVP_MD_fetch(nullptr, "SHA256", nullptr);
+  return algorithm != nullptr ? algorithm : EVP_sha256();
+}
+
 void startDigest(EVP_MD_CTX* context) {
-  if (EVP_DigestInit_ex(context, EVP_sha256(), nullptr) != 1) {
+  if (EVP_DigestInit_ex(context, sha256Algorithm(), nullptr) != 1) {
     throw std::runtime_error("SHA-256 digest could not be initialised");
   }
 }
@@ -66,9 +73,15 @@ std::string Sha256Hasher::finishHex() {
 }
 
 std::string sha256Hex(std::string_view bytes) {
-  Sha256Hasher hasher;
-  hasher.update(bytes);
-  return hasher.finishHex();
+  // One context per thread, reset by every finish: a digest of a small text costs no allocation.
+  thread_local Sha256Hasher hasher;
+  try {
+    hasher.update(bytes);
+    return hasher.finishHex();
+  } catch (...) {
+    hasher = Sha256Hasher();  // never leave a half-fed context for the next digest
+    throw;
+  }
 }
 
 std::optional<std::string> sha256HexOfFile(const std::filesystem::path& path) {

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include <simdjson.h>
 #include <unicode/brkiter.h>
 #include <unicode/coll.h>
 #include <unicode/locid.h>
@@ -155,25 +156,7 @@ std::string lowercased(std::string_view text) {
   return result;
 }
 
-bool isValidUTF8(std::string_view text) {
-  const uint8_t* bytes = bytesOf(text);
-  size_t offset = 0;
-  while (offset < text.size()) {
-    // Skip ASCII eight bytes at a time.
-    if (offset + 8 <= text.size()) {
-      uint64_t block;
-      std::memcpy(&block, bytes + offset, sizeof block);
-      if ((block & 0x8080808080808080ull) == 0) {
-        offset += 8;
-        continue;
-      }
-    }
-    UChar32 c;
-    U8_NEXT(bytes, offset, text.size(), c);
-    if (c < 0) return false;
-  }
-  return true;
-}
+bool isValidUTF8(std::string_view text) { return simdjson::validate_utf8(text); }
 
 size_t characterCount(std::string_view text) { return walkCharacters(text, SIZE_MAX).characters; }
 
