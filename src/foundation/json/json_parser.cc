@@ -5,10 +5,12 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 #include "foundation/domain_error.h"
 #include "foundation/json/any_codable_value.h"
 #include "foundation/json/decoding_error.h"
+#include "foundation/parallel_for.h"
 
 namespace zorvik {
 namespace {
@@ -16,6 +18,27 @@ namespace {
 // Documents above this size get a parser of their own so that the thread's reusable parser does
 // not keep their buffers alive.
 constexpr size_t kReusableParserLimit = 1 << 20;
+
+// Arrays at least this long are converted on several threads.
+constexpr size_t kParallelArrayMinimum = 1024;
+
+AnyCodableValue convert(simdjson::dom::element element);
+
+AnyCodableValue convertArray(simdjson::dom::array source) {
+  AnyCodableValue::Array array;
+  if (source.size() < kParallelArrayMinimum) {
+    array.reserve(source.size());
+    for (simdjson::dom::element child : source) array.push_back(convert(child));
+    return AnyCodableValue(std::move(array));
+  }
+  // The parsed document is read-only here, so its elements convert independently.
+  std::vector<simdjson::dom::element> children(source.begin(), source.end());
+  array.resize(children.size());
+  parallelFor(
+      children.size(), [&](size_t i) { array[i] = convert(children[i]); },
+      kParallelArrayMinimum / 2);
+  return AnyCodableValue(std::move(array));
+}
 
 AnyCodableValue convert(simdjson::dom::element element) {
   switch (element.type()) {
@@ -31,13 +54,8 @@ AnyCodableValue convert(simdjson::dom::element element) {
       return AnyCodableValue::number(element.get_double().value_unsafe());
     case simdjson::dom::element_type::STRING:
       return AnyCodableValue(std::string(element.get_string().value_unsafe()));
-    case simdjson::dom::element_type::ARRAY: {
-      simdjson::dom::array source = element.get_array().value_unsafe();
-      AnyCodableValue::Array array;
-      array.reserve(source.size());
-      for (simdjson::dom::element child : source) array.push_back(convert(child));
-      return AnyCodableValue(std::move(array));
-    }
+    case simdjson::dom::element_type::ARRAY:
+      return convertArray(element.get_array().value_unsafe());
     case simdjson::dom::element_type::OBJECT: {
       simdjson::dom::object source = element.get_object().value_unsafe();
       std::vector<JSONObject::Entry> entries;

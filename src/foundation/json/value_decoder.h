@@ -20,12 +20,15 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <typeinfo>
+#include <vector>
 
 #include "foundation/iso8601_date.h"
 #include "foundation/json/any_codable_value.h"
 #include "foundation/json/coding_traits.h"
 #include "foundation/json/decoding_error.h"
+#include "foundation/parallel_for.h"
 #include "foundation/uuid.h"
 
 namespace zorvik {
@@ -82,6 +85,32 @@ class ValueDecoder {
     if (auto value = enumFromRawValue<E>(raw)) return *value;
     throwDataCorrupted("Cannot initialize " + std::string(EnumRawValues<E>::typeName) +
                        " from invalid String value " + raw);
+  }
+
+  // Long arrays of records are decoded on several threads; a failure names the first element
+  // that fails, as a plain loop would.
+  template <class Element>
+  std::vector<Element> decodeArray() const {
+    static constexpr size_t kParallelMinimum = 1024;
+    const auto& elements = array();
+    std::vector<Element> result;
+    if constexpr (DecodableRecord<Element> && std::is_default_constructible_v<Element>) {
+      if (elements.size() >= kParallelMinimum) {
+        result.resize(elements.size());
+        parallelFor(
+            elements.size(),
+            [&](size_t i) {
+              result[i] = element(elements[i], static_cast<int>(i)).template decode<Element>();
+            },
+            kParallelMinimum / 2);
+        return result;
+      }
+    }
+    result.reserve(elements.size());
+    for (size_t i = 0; i < elements.size(); ++i) {
+      result.push_back(element(elements[i], static_cast<int>(i)).template decode<Element>());
+    }
+    return result;
   }
 
   const AnyCodableValue& value_;
@@ -188,14 +217,7 @@ T ValueDecoder::decode() const {
     } else if constexpr (RawValueEnum<T>) {
       return decodeEnum<T>();
     } else if constexpr (IsVector<T>::value) {
-      const auto& elements = array();
-      T result;
-      result.reserve(elements.size());
-      for (size_t i = 0; i < elements.size(); ++i) {
-        result.push_back(
-            element(elements[i], static_cast<int>(i)).template decode<typename T::value_type>());
-      }
-      return result;
+      return decodeArray<typename T::value_type>();
     } else if constexpr (IsStringMap<T>::value) {
       ObjectDecoder members = object();
       T result;

@@ -144,6 +144,33 @@ TEST(ValueCodingTest, FailuresNameTheirPathAndCause) {
   }
 }
 
+// Long arrays are parsed and decoded on several threads: order and the first failure must be
+// what a plain loop gives.
+TEST(ValueCodingTest, LongArraysKeepOrderAndReportTheirFirstFailure) {
+  std::string pins = "[";
+  for (int i = 0; i < 5000; ++i) {
+    if (i) pins += ",";
+    pins += i == 3000 || i == 4500 ? R"({"label":"bad"})" : "{\"x\":" + std::to_string(i) + "}";
+  }
+  pins += "]";
+  const AnyCodableValue parsed = AnyCodableValue::parse(pins);
+  ASSERT_EQ(parsed.asArray()->size(), 5000u);
+  for (int round = 0; round < 10; ++round) {
+    try {
+      decodeValue<std::vector<Pin>>(parsed);
+      FAIL() << "decoded";
+    } catch (const DecodingError& error) {
+      EXPECT_EQ(std::string(error.what()), "Missing required key at [3000].x.");
+    }
+  }
+  AnyCodableValue::Array repaired = *parsed.asArray();
+  repaired[3000] = AnyCodableValue::parse(R"({"x":3000})");
+  repaired[4500] = AnyCodableValue::parse(R"({"x":4500})");
+  const std::vector<Pin> decoded = decodeValue<std::vector<Pin>>(AnyCodableValue(repaired));
+  ASSERT_EQ(decoded.size(), 5000u);
+  for (int i = 0; i < 5000; ++i) ASSERT_EQ(decoded[i].x, i);
+}
+
 TEST(ValueCodingTest, RootLevelMismatchHasNoPath) {
   try {
     decodeValue<Pin>(AnyCodableValue::parse("[1]"));
