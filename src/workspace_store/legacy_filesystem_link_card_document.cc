@@ -7,19 +7,19 @@
 namespace zorvik {
 
 LegacyFilesystemLinkCardDocument LegacyFilesystemLinkCardDocument::fromMarkdown(
-    const FilesystemMarkdownLinkCardDocument& document) {
+    FilesystemMarkdownLinkCardDocument document) {
   return LegacyFilesystemLinkCardDocument{
-      .source = document.source,
-      .url = document.url,
-      .note = document.note,
-      .summary = document.summary,
-      .richText = document.richText,
-      .rowItems = document.rowItems,
-      .availableFields = document.availableFields,
-      .hiddenRowItems = document.hiddenRowItems,
-      .images = document.images,
+      .source = std::move(document.source),
+      .url = std::move(document.url),
+      .note = std::move(document.note),
+      .summary = std::move(document.summary),
+      .richText = std::move(document.richText),
+      .rowItems = std::move(document.rowItems),
+      .availableFields = std::move(document.availableFields),
+      .hiddenRowItems = std::move(document.hiddenRowItems),
+      .images = std::move(document.images),
       .currentImageIndex = document.currentImageIndex,
-      .availableImages = document.availableImages,
+      .availableImages = std::move(document.availableImages),
       .heroImageAspectRatio = document.heroImageAspectRatio,
       .isTemplate = document.isTemplate,
   };

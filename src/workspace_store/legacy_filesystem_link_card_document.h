@@ -31,8 +31,7 @@ struct LegacyFilesystemLinkCardDocument {
   bool isTemplate = false;
 
   // The same fields from a link Markdown file, which has no sanitized HTML.
-  static LegacyFilesystemLinkCardDocument fromMarkdown(
-      const FilesystemMarkdownLinkCardDocument& document);
+  static LegacyFilesystemLinkCardDocument fromMarkdown(FilesystemMarkdownLinkCardDocument document);
   static LegacyFilesystemLinkCardDocument decode(const ValueDecoder& decoder);
 
   // The runtime payload {"type":"link","link":{...}}; summary, sanitizedHTML and

@@ -85,7 +85,7 @@ std::filesystem::path ProjectFileAccess::entryLocation(const std::string& relati
   if (relativePath.empty() || relativePath.front() == '/') {
     throw WorkspaceProjectSnapshotError::decodeFailed(relativePath, "Invalid relative path.");
   }
-  std::filesystem::path location = standardizedPath(root_ / relativePath);
+  std::filesystem::path location = standardizedJoin(root_, relativePath);
   if (!isSameOrBelow(location, root_)) throwEscape(relativePath);
   return location;
 }
@@ -163,6 +163,8 @@ std::string ProjectFileAccess::read(const std::filesystem::path& location,
 
 std::optional<std::string> ProjectFileAccess::readIfPresent(const std::filesystem::path& location,
                                                             const std::string& displayPath) const {
+  if (std::optional<ProjectFile> file = open(location)) return file->readAll(displayPath);
+  // Absent means no directory entry at all; a dangling symlink is present and fails to read.
   std::error_code error;
   if (!std::filesystem::exists(std::filesystem::symlink_status(location, error))) {
     return std::nullopt;

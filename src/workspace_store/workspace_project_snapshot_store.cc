@@ -31,15 +31,29 @@ struct ResolvedEntry {
   std::vector<std::string> fingerprintComponents;
 };
 
-std::string lowercaseExtension(const std::string& relativePath) {
-  return lowercased(std::filesystem::path(relativePath).extension().string());
+// The last component of a relative path.
+std::string_view fileNameOf(std::string_view relativePath) {
+  const size_t slash = relativePath.rfind('/');
+  return slash == std::string_view::npos ? relativePath : relativePath.substr(slash + 1);
 }
 
-std::string requireUTF8(std::string bytes, const std::string& displayPath) {
+// The file name's extension with its dot, lower-cased: empty for names without a dot, names whose
+// only dot leads, "." and "..".
+std::string lowercaseExtension(std::string_view relativePath) {
+  const std::string_view name = fileNameOf(relativePath);
+  const size_t dot = name.rfind('.');
+  if (dot == std::string_view::npos || dot == 0 || name == "..") return "";
+  return lowercased(name.substr(dot));
+}
+
+bool isLegacyLinkJSON(std::string_view relativePath) {
+  return lowercased(fileNameOf(relativePath)).ends_with(".link.json");
+}
+
+void requireUTF8(std::string_view bytes, const std::string& displayPath) {
   if (!isValidUTF8(bytes)) {
     throw WorkspaceProjectSnapshotError::decodeFailed(displayPath, "Expected UTF-8 text.");
   }
-  return bytes;
 }
 
 std::string fingerprintComponent(const std::string& path, std::string_view bytes) {
@@ -93,53 +107,58 @@ class EntryResolver {
     if (path.empty()) return {std::move(entry.payload), 0, {}};
     const std::filesystem::path location = files_.entryLocation(path);
 
-    // The entry's file or folder is opened once; a Markdown file is read once, and its text
-    // decides between link and rich text. What cannot be opened is read again by path, which
-    // reports why.
+    // The entry's file or folder is opened once; a Markdown file is read and decoded once, and
+    // its text decides between link and rich text. What cannot be opened is read again by path,
+    // which reports why.
     const std::optional<ProjectFile> opened = files_.open(location);
     const auto readEntryFile = [&] {
       return opened ? opened->readAll(path) : files_.read(location, path);
     };
-    std::optional<std::string> markdownBytes;
+    EntryFile file;
     const std::string kind =
-        entryKind(path, entry.kindRawValue, location, opened, readEntryFile, markdownBytes);
-    if (!markdownBytes && (kind == "richText" || kind == "table" || kind == "link")) {
-      markdownBytes = readEntryFile();
+        entryKind(path, entry.kindRawValue, location, opened, readEntryFile, file);
+    if (!file.bytes && (kind == "richText" || kind == "table" || kind == "link")) {
+      file.bytes = readEntryFile();
     }
-    if (kind == "richText") return richText(entry, path, location, std::move(*markdownBytes));
-    if (kind == "table") return table(entry, path, *markdownBytes);
-    if (kind == "link") return link(path, std::move(*markdownBytes));
+    if (kind == "richText") return richText(entry, path, location, std::move(file));
+    if (kind == "table") return table(entry, path, *file.bytes);
+    if (kind == "link") return link(path, std::move(file));
     if (kind == "html") return html(entry, path, location);
     return {std::move(entry.payload), 0, {}};
   }
 
  private:
+  // What was learnt of the entry's file while deciding its kind.
+  struct EntryFile {
+    std::optional<std::string> bytes;
+    bool checkedUTF8 = false;  // `bytes` are known to be UTF-8
+    std::optional<FilesystemMarkdownLinkCardDocument> linkDocument;  // decoded from `bytes`
+  };
+
   template <class ReadEntryFile>
   std::string entryKind(const std::string& path, const std::string& preferredKind,
                         const std::filesystem::path& location,
                         const std::optional<ProjectFile>& opened,
-                        const ReadEntryFile& readEntryFile,
-                        std::optional<std::string>& markdownBytes) const {
+                        const ReadEntryFile& readEntryFile, EntryFile& file) const {
     if (opened && opened->isDirectory()) {
       std::error_code error;
-      const bool hasIndex = std::filesystem::exists(location / "index.html", error);
-      return preferredKind == "html" || hasIndex ? "html" : "folder";
+      return preferredKind == "html" || std::filesystem::exists(location / "index.html", error)
+                 ? "html"
+                 : "folder";
     }
-    if (lowercased(std::filesystem::path(path).filename().string()).ends_with(".link.json")) {
-      return "link";
-    }
+    if (isLegacyLinkJSON(path)) return "link";
     const std::string extension = lowercaseExtension(path);
     if (extension == ".md" || extension == ".markdown") {
       try {
-        markdownBytes = readEntryFile();
+        file.bytes = readEntryFile();
       } catch (const WorkspaceProjectSnapshotError&) {
         return "richText";  // fails again, with its reason, when read as rich text
       }
-      if (isValidUTF8(*markdownBytes) &&
-          FilesystemMarkdownLinkCardCodec::decodeIfPresent(*markdownBytes)) {
-        return "link";
+      file.checkedUTF8 = isValidUTF8(*file.bytes);
+      if (file.checkedUTF8) {
+        file.linkDocument = FilesystemMarkdownLinkCardCodec::decodeIfPresent(*file.bytes);
       }
-      return "richText";
+      return file.linkDocument ? "link" : "richText";
     }
     if (extension == ".txt") return "richText";
     if (extension == ".csv") return "table";
@@ -147,9 +166,10 @@ class EntryResolver {
   }
 
   ResolvedEntry richText(FilesystemWorkspaceEntry& entry, const std::string& path,
-                         const std::filesystem::path& location, std::string bytes) const {
-    std::string component = fingerprintComponent(path, bytes);
-    std::string text = requireUTF8(std::move(bytes), path);
+                         const std::filesystem::path& location, EntryFile file) const {
+    std::string component = fingerprintComponent(path, *file.bytes);
+    if (!file.checkedUTF8) requireUTF8(*file.bytes, path);
+    std::string text = std::move(*file.bytes);
     // Built by moves: an initializer list would copy the text.
     std::vector<JSONObject::Entry> fields;
     fields.emplace_back("markdown", std::move(text));
@@ -174,18 +194,19 @@ class EntryResolver {
     return {std::move(payload), 1, {fingerprintComponent(path, bytes)}};
   }
 
-  ResolvedEntry link(const std::string& path, std::string bytes) const {
+  ResolvedEntry link(const std::string& path, EntryFile file) const {
+    const std::string& bytes = *file.bytes;
     std::string component = fingerprintComponent(path, bytes);
     LegacyFilesystemLinkCardDocument document;
-    const bool isLegacyJSON =
-        lowercased(std::filesystem::path(path).filename().string()).ends_with(".link.json");
     try {
-      if (isLegacyJSON) {
+      if (isLegacyLinkJSON(path)) {
         document = decodeValue<LegacyFilesystemLinkCardDocument>(AnyCodableValue::parse(bytes));
+      } else if (file.linkDocument) {
+        document = LegacyFilesystemLinkCardDocument::fromMarkdown(std::move(*file.linkDocument));
       } else {
-        const std::string text = requireUTF8(std::move(bytes), path);
+        requireUTF8(bytes, path);
         document = LegacyFilesystemLinkCardDocument::fromMarkdown(
-            FilesystemMarkdownLinkCardCodec::decode(text));
+            FilesystemMarkdownLinkCardCodec::decode(bytes));
       }
     } catch (const WorkspaceProjectSnapshotError&) {
       throw;
@@ -214,7 +235,8 @@ class EntryResolver {
       }
       resolved.fingerprintComponents.push_back(fingerprintComponent(displayPath, *bytes));
       ++resolved.fileCount;
-      fields.emplace_back(key, requireUTF8(std::move(*bytes), displayPath));
+      requireUTF8(*bytes, displayPath);
+      fields.emplace_back(key, std::move(*bytes));
     }
     resolved.payload = overlay(std::move(entry.payload), "html", std::move(fields));
     return resolved;
