@@ -13,6 +13,8 @@
 #include <system_error>
 #include <utility>
 
+#include "foundation/crypto_library.h"
+
 namespace zorvik {
 namespace {
 
@@ -43,6 +45,7 @@ enum class Durability { flushed, unflushed };
 
 uint32_t randomTag() {
   uint32_t tag = 0;
+  initializeCryptoLibrary();
   if (RAND_bytes(reinterpret_cast<unsigned char*>(&tag), sizeof tag) != 1) {
     tag = static_cast<uint32_t>(std::random_device{}());
   }

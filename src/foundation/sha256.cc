@@ -8,12 +8,15 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/crypto_library.h"
+
 namespace zorvik {
 namespace {
 
 // The algorithm is looked up once per process: a lookup per digest costs as much as hashing a
 // small file.
 const EVP_MD* sha256Algorithm() {
+  initializeCryptoLibrary();
   static EVP_MD* const algorithm = EVP_MD_fetch(nullptr, "SHA256", nullptr);
   return algorithm != nullptr ? algorithm : EVP_sha256();
 }

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "foundation/crypto_library.h"
+
 namespace zorvik {
 namespace {
 
@@ -39,6 +41,7 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
 
 Uuid Uuid::random() {
   std::array<uint8_t, 16> bytes{};
+  initializeCryptoLibrary();
   if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1) {
     throw std::runtime_error("the random generator failed to produce a UUID");
   }
