@@ -72,7 +72,7 @@ class AnyCodableValue {
       : storage_(static_cast<int64_t>(value)) {}
   AnyCodableValue(double value) : storage_(value) {}
   AnyCodableValue(const char* value) : storage_(std::string(value)) {}
-  AnyCodableValue(std::string_view value) : storage_(std::string(value)) {}
+  AnyCodableValue(std::string_view value) : storage_(std::in_place_type<std::string>, value) {}
   AnyCodableValue(std::string value) : storage_(std::move(value)) {}
   AnyCodableValue(Array value) : storage_(std::move(value)) {}
   AnyCodableValue(Object value) : storage_(std::move(value)) {}

@@ -15,7 +15,7 @@ struct RowsSink {
   Rows rows;
   std::vector<std::string> row;
 
-  void cell(std::string&& text) { row.push_back(std::move(text)); }
+  void cell(std::string_view text) { row.emplace_back(text); }
   void endRow() {
     rows.push_back(std::move(row));
     row.clear();

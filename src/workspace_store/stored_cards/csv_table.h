@@ -17,26 +17,46 @@ namespace zorvik {
 
 enum class CSVFailure { invalidQuoting, unterminatedQuote };
 
-// The one CSV state machine. Hands every cell to `sink.cell(std::string&&)` and ends every row with
-// `sink.endRow()`; returns the failure, if any, after which the sink's rows are incomplete.
+// The index of the first comma, line end or double quote at or after `from`, else the text's size.
+// Cells are short, so a plain loop beats a general character-set search.
+inline size_t nextCSVSpecialCharacter(std::string_view text, size_t from) {
+  for (size_t i = from; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == ',' || c == '\n' || c == '\r' || c == '"') return i;
+  }
+  return text.size();
+}
+
+// The one CSV state machine. Hands every cell to `sink.cell(std::string_view)` (valid only during
+// the call) and ends every row with `sink.endRow()`; returns the failure, if any, after which the
+// sink's rows are incomplete.
 template <class Sink>
 std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
-  std::string cell;
+  // A cell is usually one piece of the text and is handed over as a view of it; only a cell with
+  // doubled quotes or text after its closing quote is assembled in `assembled`.
+  std::string_view piece;
+  std::string assembled;
+  bool isAssembled = false;
   bool rowHasCells = false;
   bool anyRow = false;
   bool insideQuotes = false;
-  // A cell's first piece is copied into a string of its exact size: appending to an empty string
-  // would round its capacity up, and tables hold millions of cells.
-  const auto appendToCell = [&](std::string_view piece) {
-    if (cell.empty()) {
-      cell = std::string(piece);
-    } else {
-      cell.append(piece);
+  const auto cellIsEmpty = [&] { return isAssembled ? assembled.empty() : piece.empty(); };
+  const auto appendToCell = [&](std::string_view more) {
+    if (!isAssembled && piece.empty()) {
+      piece = more;
+      return;
     }
+    if (!isAssembled) {
+      assembled.assign(piece);
+      isAssembled = true;
+    }
+    assembled.append(more);
   };
   const auto finishCell = [&] {
-    sink.cell(std::move(cell));
-    cell.clear();
+    sink.cell(isAssembled ? std::string_view(assembled) : piece);
+    piece = {};
+    assembled.clear();
+    isAssembled = false;
     rowHasCells = true;
   };
   const auto finishRow = [&] {
@@ -50,18 +70,17 @@ std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
     if (insideQuotes) {
       const size_t quote = text.find('"', i);
       if (quote == std::string_view::npos) return CSVFailure::unterminatedQuote;
-      appendToCell(text.substr(i, quote - i));
       if (quote + 1 < text.size() && text[quote + 1] == '"') {
-        cell += '"';
+        appendToCell(text.substr(i, quote + 1 - i));  // the text with one of the two quotes
         i = quote + 2;
       } else {
+        appendToCell(text.substr(i, quote - i));
         insideQuotes = false;
         i = quote + 1;
       }
       continue;
     }
-    const size_t special = text.find_first_of(",\r\n\"", i);
-    const size_t end = special == std::string_view::npos ? text.size() : special;
+    const size_t end = nextCSVSpecialCharacter(text, i);
     appendToCell(text.substr(i, end - i));
     if (end == text.size()) break;
     i = end + 1;
@@ -74,7 +93,7 @@ std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
         if (i < text.size() && text[i] == '\n') ++i;
         break;
       case '"':
-        if (!cell.empty()) return CSVFailure::invalidQuoting;
+        if (!cellIsEmpty()) return CSVFailure::invalidQuoting;
         insideQuotes = true;
         break;
       default:  // ','
@@ -83,7 +102,7 @@ std::optional<CSVFailure> readCSV(std::string_view text, Sink& sink) {
   }
   if (insideQuotes) return CSVFailure::unterminatedQuote;
   // A line end at the very end adds no empty row.
-  if (!(cell.empty() && !rowHasCells && anyRow)) finishRow();
+  if (!(cellIsEmpty() && !rowHasCells && anyRow)) finishRow();
   return std::nullopt;
 }
 
