@@ -1,7 +1,10 @@
 #include "workspace_store/filesystem_workspace_state.h"
 
+#include <utility>
+
 #include "foundation/json/value_decoder.h"
 #include "foundation/json/value_encoder.h"
+#include "foundation/parallel_for.h"
 #include "foundation/text.h"
 
 namespace zorvik {
@@ -100,6 +103,39 @@ FilesystemWorkspaceState FilesystemWorkspaceState::decode(const ValueDecoder& de
       .uiState = object.required<FilesystemWorkspaceUIState>("uiState"),
       .entries = object.required<std::vector<FilesystemWorkspaceEntry>>("entries"),
   };
+}
+
+FilesystemWorkspaceState FilesystemWorkspaceState::decodeDocument(AnyCodableValue document) {
+  JSONObject* members = document.asObject();
+  AnyCodableValue* entriesMember = members ? members->find("entries") : nullptr;
+  if (!entriesMember || !entriesMember->asArray()) {
+    return decodeValue<FilesystemWorkspaceState>(document);  // fails, or has no entries to move
+  }
+  // The other members decode first, as they would in a whole decode, with the entries set aside.
+  AnyCodableValue::Array entries = std::move(*entriesMember->asArray());
+  *entriesMember = AnyCodableValue::Array();
+  FilesystemWorkspaceState state = decodeValue<FilesystemWorkspaceState>(document);
+
+  const ObjectDecoder documentMembers = ValueDecoder(document).object();
+  const ValueDecoder entriesDecoder = documentMembers.nested(*entriesMember, "entries");
+  state.entries.resize(entries.size());
+  parallelFor(
+      entries.size(),
+      [&](size_t i) {
+        AnyCodableValue& raw = entries[i];
+        // A present payload is taken out and decodes as null, which any payload accepts.
+        AnyCodableValue payload;
+        JSONObject* fields = raw.asObject();
+        if (AnyCodableValue* given = fields ? fields->find("payload") : nullptr) {
+          payload = std::exchange(*given, AnyCodableValue());
+        }
+        FilesystemWorkspaceEntry& entry = state.entries[i];
+        entry = entriesDecoder.element(raw, static_cast<int>(i)).decode<FilesystemWorkspaceEntry>();
+        entry.payload = std::move(payload);
+        raw = AnyCodableValue();
+      },
+      512);
+  return state;
 }
 
 AnyCodableValue FilesystemWorkspaceState::encode() const {

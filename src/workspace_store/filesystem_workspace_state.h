@@ -93,6 +93,10 @@ struct FilesystemWorkspaceState {
   std::vector<FilesystemWorkspaceEntry> entries;  // one per card, in file order
 
   static FilesystemWorkspaceState decode(const ValueDecoder& decoder);
+  // The same as decodeValue<FilesystemWorkspaceState>(document), errors included, for a parsed
+  // document the caller gives up: the entries' payloads are moved out of it instead of copied,
+  // and entries are decoded and released on all cores.
+  static FilesystemWorkspaceState decodeDocument(AnyCodableValue document);
   AnyCodableValue encode() const;
   bool operator==(const FilesystemWorkspaceState&) const = default;
 };

@@ -4,6 +4,7 @@
 
 #include <cctype>
 #include <functional>
+#include <optional>
 
 #include "foundation/json/decoding_error.h"
 #include "foundation/json/value_decoder.h"
@@ -63,14 +64,33 @@ JSONObject& entryObject(AnyCodableValue& document, int index) {
   return *document.asObject()->find("entries")->asArray()->at(index).asObject();
 }
 
-// The message of the DecodingError that decoding `document` throws; "" when it decodes.
+// The message of the DecodingError that decoding `document` throws; "" when it decodes. Both
+// decoders are run and must agree: the one that takes the document over decodes in parallel.
 std::string decodingFailure(const AnyCodableValue& document) {
+  std::string message;
+  std::optional<FilesystemWorkspaceState> decoded;
   try {
-    decodeValue<FilesystemWorkspaceState>(document);
+    decoded = decodeValue<FilesystemWorkspaceState>(document);
   } catch (const DecodingError& error) {
-    return error.what();
+    message = error.what();
   }
-  return "";
+  try {
+    const FilesystemWorkspaceState taken = FilesystemWorkspaceState::decodeDocument(document);
+    EXPECT_EQ(message, "") << "only the parallel decoder accepted the document";
+    EXPECT_EQ(decoded, taken);
+  } catch (const DecodingError& error) {
+    EXPECT_EQ(message, error.what());
+  }
+  return message;
+}
+
+// kDocument with its entries repeated until there are `count`.
+AnyCodableValue documentWithEntries(size_t count) {
+  AnyCodableValue document = AnyCodableValue::parse(kDocument);
+  AnyCodableValue::Array& entries = *document.asObject()->find("entries")->asArray();
+  const AnyCodableValue::Array originals = entries;
+  while (entries.size() < count) entries.push_back(originals[entries.size() % originals.size()]);
+  return document;
 }
 
 TEST(FilesystemWorkspaceStateTest, DecodesFullDocumentAndEncodesItBackExactly) {
@@ -148,6 +168,19 @@ TEST(FilesystemWorkspaceStateTest, MissingRequiredKeysNameTheirPath) {
   AnyCodableValue document = AnyCodableValue::parse(kDocument);
   entryObject(document, 2).set("payload", nullptr);
   EXPECT_EQ(decodingFailure(document), "");
+}
+
+TEST(FilesystemWorkspaceStateTest, LongDocumentsDecodeAndFailAsAPlainLoopWould) {
+  AnyCodableValue document = documentWithEntries(3000);
+  EXPECT_EQ(decodingFailure(document), "");
+  EXPECT_EQ(FilesystemWorkspaceState::decodeDocument(document).entries[2999].payload,
+            *entryObject(document, 2999).find("payload"));
+
+  entryObject(document, 2500).erase("title");
+  entryObject(document, 2000).erase("layout");
+  EXPECT_EQ(decodingFailure(document), "Missing required key at entries.[2000].layout.");
+  document.asObject()->erase("uiState");
+  EXPECT_EQ(decodingFailure(document), "Missing required key 'uiState'.");
 }
 
 TEST(FilesystemWorkspaceStateTest, WrongTypesNameTheirPath) {
