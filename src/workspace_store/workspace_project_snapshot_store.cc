@@ -1,6 +1,7 @@
 #include "workspace_store/workspace_project_snapshot_store.h"
 
 #include <algorithm>
+#include <future>
 #include <limits>
 #include <optional>
 
@@ -21,6 +22,7 @@ namespace zorvik {
 namespace {
 
 constexpr std::string_view kDocumentPath = ".zorvik/workspace.json";
+constexpr size_t kHashAlongsideMinimum = 1 << 20;
 constexpr std::string_view kCardHint =
     "Repair the referenced content file or `.zorvik/workspace.json`, then re-run validation.";
 
@@ -83,7 +85,7 @@ struct TableRowsSink {
   AnyCodableValue::Array row;
   bool readingHeader = true;
 
-  void cell(std::string&& text) { row.emplace_back(std::move(text)); }
+  void cell(std::string_view text) { row.emplace_back(text); }
   void endRow() {
     if (readingHeader) {
       columns = std::move(row);
@@ -181,12 +183,16 @@ class EntryResolver {
   ResolvedEntry table(FilesystemWorkspaceEntry& entry, const std::string& path,
                       const std::string& bytes) const {
     TableRowsSink sink;
+    // Tables are the bulk of a board: the row list is sized once from the line count after the
+    // header (an upper bound), and the fields are built by moves (an initializer list would copy
+    // every cell).
+    const size_t lines = static_cast<size_t>(std::count(bytes.begin(), bytes.end(), '\n')) +
+                         (bytes.empty() || bytes.back() == '\n' ? 0 : 1);
+    sink.rows.reserve(lines > 0 ? lines - 1 : 0);
     if (!isValidUTF8(bytes) || readCSV(bytes, sink)) {
       throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
     }
-    // Tables are the bulk of a board: give back the growth slack of the row list, and build the
-    // fields by moves (an initializer list would copy every cell).
-    sink.rows.shrink_to_fit();
+    sink.rows.shrink_to_fit();  // gives back what quoted line breaks over-counted
     std::vector<JSONObject::Entry> fields;
     fields.emplace_back("columns", std::move(sink.columns));
     fields.emplace_back("rows", std::move(sink.rows));
@@ -291,6 +297,7 @@ void resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver, 
   } catch (const std::exception& error) {
     outcome.failure = cardDiagnostic(entry, error.what());
   }
+  entry = FilesystemWorkspaceEntry();  // released here, on the resolving thread
 }
 
 // Resolves every entry into `cards[i]` and `outcomes[i]` (both sized to the entries), on several
@@ -315,14 +322,18 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
   std::error_code error;
   if (std::filesystem::exists(documentLocation, error)) {
     const std::string bytes = files.read(documentLocation, std::string(kDocumentPath));
+    // A large document is hashed on a thread of its own while it is parsed.
+    std::future<std::string> documentComponent = std::async(
+        bytes.size() >= kHashAlongsideMinimum ? std::launch::async : std::launch::deferred,
+        [&] { return fingerprintComponent(std::string(kDocumentPath), bytes); });
     try {
-      document = decodeValue<FilesystemWorkspaceState>(AnyCodableValue::parse(bytes));
+      document = FilesystemWorkspaceState::decodeDocument(AnyCodableValue::parse(bytes));
     } catch (const std::exception& decodeError) {
       throw WorkspaceProjectSnapshotError::decodeFailed(std::string(kDocumentPath),
                                                         decodeError.what());
     }
     snapshot.checkedFiles = 1;
-    fingerprint.push_back(fingerprintComponent(std::string(kDocumentPath), bytes));
+    fingerprint.push_back(documentComponent.get());
   } else {
     document = emptyProjectDocument(files.root());
   }
