@@ -47,18 +47,41 @@ struct CharacterWalk {
   size_t offset = 0;      // byte offset just past them
 };
 
-// Whether the character starting at `offset` is one ASCII byte. Between two ASCII characters there
-// is always a boundary, except inside CR LF; everything that can join a cluster to its neighbour
-// (extenders, joiners, prepends, regional indicators) lies outside ASCII.
-bool isSingleASCIICharacterAt(std::string_view text, size_t offset) {
-  const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
-  if (byte(offset) >= 0x80) return false;
-  if (offset + 1 == text.size()) return true;
-  return byte(offset + 1) < 0x80 && !(byte(offset) == '\r' && byte(offset + 1) == '\n');
+// The grapheme-cluster-break class of a code point; ASCII is answered without a table lookup.
+int32_t clusterBreakClass(UChar32 c) {
+  if (c >= 0x80) return u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK);
+  if (c == '\r') return U_GCB_CR;
+  if (c == '\n') return U_GCB_LF;
+  return c < 0x20 || c == 0x7f ? U_GCB_CONTROL : U_GCB_OTHER;
 }
 
-// Advances over at most `limit` characters from the start of the text. ASCII runs are walked
-// directly; ICU finds the boundaries around everything else.
+// The byte length of the character at `offset` when the segmentation rules settle it from its
+// own code point and the next one, else 0 (ICU decides). Controls, CR and LF always stand alone
+// (CR LF together); a code point of class Other stands alone when the next one cannot join it
+// (Other, a control, CR, LF, or the end). Every joining rule (extenders, joiners, spacing marks,
+// prepends, Hangul syllables, regional indicators) involves a class other than these.
+size_t selfContainedCharacterLength(std::string_view text, size_t offset) {
+  size_t next = offset;
+  UChar32 c;
+  U8_NEXT(bytesOf(text), next, text.size(), c);
+  if (c < 0) return 0;
+  const int32_t kind = clusterBreakClass(c);
+  if (kind == U_GCB_CR) return next < text.size() && text[next] == '\n' ? 2 : 1;
+  if (kind == U_GCB_LF || kind == U_GCB_CONTROL) return next - offset;
+  if (kind != U_GCB_OTHER) return 0;
+  if (next == text.size() || static_cast<unsigned char>(text[next]) < 0x80) return next - offset;
+  size_t after = next;
+  UChar32 following;
+  U8_NEXT(bytesOf(text), after, text.size(), following);
+  if (following < 0) return 0;
+  const int32_t followingKind = clusterBreakClass(following);
+  const bool joins = followingKind != U_GCB_OTHER && followingKind != U_GCB_CONTROL &&
+                     followingKind != U_GCB_CR && followingKind != U_GCB_LF;
+  return joins ? 0 : next - offset;
+}
+
+// Advances over at most `limit` characters from the start of the text. Characters that settle
+// themselves are walked directly; ICU finds the boundaries around everything else.
 CharacterWalk walkCharacters(std::string_view text, size_t limit) {
   if (isSingleByteClusters(text)) {
     size_t n = std::min(limit, text.size());
@@ -69,8 +92,8 @@ CharacterWalk walkCharacters(std::string_view text, size_t limit) {
   UText utext = UTEXT_INITIALIZER;
   bool segmenting = false;
   while (walk.characters < limit && walk.offset < text.size()) {
-    if (isSingleASCIICharacterAt(text, walk.offset)) {
-      ++walk.offset;
+    if (const size_t length = selfContainedCharacterLength(text, walk.offset)) {
+      walk.offset += length;
       ++walk.characters;
       continue;
     }

@@ -155,11 +155,15 @@ size_t referenceCharacterCount(const std::string& text) {
 
 TEST(TextTest, CharacterWalksAgreeWithPlainSegmentationOnMixedText) {
   // ASCII, CR LF, combining acute, ZWJ, woman, two regional indicators, an Arabic prepend mark,
-  // Hangul L and V jamo, precomposed letters and a skin tone modifier.
+  // Hangul L and V jamo, precomposed letters and a skin tone modifier, and more below.
   std::vector<std::string> pieces;
   std::istringstream joined(
       "a|Z| |1|\r|\n|\r\n|\xCC\x81|\xE2\x80\x8D|\xF0\x9F\x91\xA9|\xF0\x9F\x87\xA9|\xF0\x9F\x87\xAA|"
-      "\xD8\x80|\xE1\x84\x80|\xE1\x85\xA1|\xC3\xA9|\xE3\x83\x87|\xF0\x9F\x8F\xBD");
+      "\xD8\x80|\xE1\x84\x80|\xE1\x85\xA1|\xC3\xA9|\xE3\x83\x87|\xF0\x9F\x8F\xBD|"
+      // A control, Devanagari KA and its spacing vowel sign, Hangul LV and T, a heart and a
+      // variation selector, Thai SARA AM, a stray continuation byte.
+      "\x01|\xE0\xA4\x95|\xE0\xA4\xBE|\xEA\xB0\x80|\xE1\x86\xA8|\xE2\x9D\xA4|\xEF\xB8\x8F|"
+      "\xE0\xB8\xB3|\x80");
   for (std::string piece; std::getline(joined, piece, '|');) pieces.push_back(piece);
   std::mt19937 random(7);
   for (int round = 0; round < 3000; ++round) {
