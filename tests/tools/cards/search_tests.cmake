@@ -31,4 +31,5 @@ zorvik_add_test(board_grep_tests
   SOURCES
     search_test_cards.cc
     board_grep_tool_test.cc
+    grep_chunk_matcher_test.cc
   LIBS zorvik_cli)
