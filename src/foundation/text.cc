@@ -183,9 +183,12 @@ bool isValidUTF8(std::string_view text) { return simdjson::validate_utf8(text); 
 
 size_t characterCount(std::string_view text) { return walkCharacters(text, SIZE_MAX).characters; }
 
-bool hasMoreCharactersThan(std::string_view text, size_t limit) {
+namespace {
+
+// Whether `text` has more than `limit` code points, counting no further than that. A character
+// holds at least one code point, so a false answer settles the character count too.
+bool hasMoreCodePointsThan(std::string_view text, size_t limit) {
   if (text.size() <= limit) return false;
-  // A character holds at least one code point, so few code points settle it too.
   size_t codePoints = 0;
   size_t offset = 0;
   while (offset < text.size() && codePoints <= limit) {
@@ -193,8 +196,13 @@ bool hasMoreCharactersThan(std::string_view text, size_t limit) {
     U8_NEXT_OR_FFFD(bytesOf(text), offset, text.size(), c);
     ++codePoints;
   }
-  if (codePoints <= limit) return false;
-  return walkCharacters(text, limit + 1).characters > limit;
+  return codePoints > limit;
+}
+
+}  // namespace
+
+bool hasMoreCharactersThan(std::string_view text, size_t limit) {
+  return hasMoreCodePointsThan(text, limit) && walkCharacters(text, limit + 1).characters > limit;
 }
 
 std::string prefixCharacters(std::string_view text, size_t count) {
@@ -207,8 +215,17 @@ std::string cutText(std::string_view text, size_t atOrAbove) {
 
 std::string cutText(std::string_view text, size_t atOrAbove, size_t keep) {
   // Fewer characters than the limit: unchanged. A limit of 0 cuts every text.
-  if (atOrAbove > 0 && !hasMoreCharactersThan(text, atOrAbove - 1)) return std::string(text);
-  std::string result = prefixCharacters(text, keep);
+  if (atOrAbove > 0 && !hasMoreCodePointsThan(text, atOrAbove - 1)) return std::string(text);
+  // One walk over the kept characters; what follows them only has to be long enough. The walk
+  // ends on a boundary, so the rest segments as it does within the whole text.
+  const size_t kept = walkCharacters(text, keep).offset;
+  if (atOrAbove > keep && !hasMoreCharactersThan(text.substr(kept), atOrAbove - 1 - keep)) {
+    return std::string(text);
+  }
+  if (atOrAbove <= keep && atOrAbove > 0 && !hasMoreCharactersThan(text, atOrAbove - 1)) {
+    return std::string(text);
+  }
+  std::string result(text.substr(0, kept));
   result += kEllipsis;
   return result;
 }

@@ -179,6 +179,13 @@ TEST(TextTest, CharacterWalksAgreeWithPlainSegmentationOnMixedText) {
       const std::string prefix = prefixCharacters(text, limit);
       ASSERT_EQ(referenceCharacterCount(prefix), std::min(limit, expected)) << text;
       ASSERT_TRUE(text.starts_with(prefix));
+      if (limit > 0) {
+        const std::string cut =
+            expected > limit ? prefixCharacters(text, limit - 1) + "\u2026" : text;
+        ASSERT_EQ(cutText(text, limit + 1, limit - 1), cut) << text;
+        ASSERT_EQ(cutText(text, limit, limit), expected >= limit ? prefix + "\u2026" : text)
+            << text;
+      }
     }
   }
 }

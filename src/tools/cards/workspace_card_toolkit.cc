@@ -47,10 +47,9 @@ WorkspaceCardContentPayload WorkspaceCardToolkit::content(
 
 std::string WorkspaceCardToolkit::truncate(std::string_view text, std::optional<int64_t> maxChars) {
   if (!maxChars || *maxChars < 1) return std::string(text);
+  // More than `limit` characters keep limit - 1 of them and end in "…".
   const auto limit = static_cast<size_t>(*maxChars);
-  if (!hasMoreCharactersThan(text, limit)) return std::string(text);
-  if (limit == 1) return "…";
-  return prefixCharacters(text, limit - 1) + "…";
+  return cutText(text, limit + 1, limit - 1);
 }
 
 WorkspaceCardRange WorkspaceCardToolkit::clampRange(int64_t total,
