@@ -10,7 +10,8 @@ namespace zorvik {
 
 CLIWorkspaceLoadedBoard CLIWorkspaceCardsLoader::loadBoard(
     const std::filesystem::path& projectURL, const WorkspaceProjectSnapshotStore& snapshotStore) {
-  WorkspaceProjectSnapshot snapshot = snapshotStore.load(projectURL);
+  // Commands read cards, never the fingerprint: the files are not hashed.
+  WorkspaceProjectSnapshot snapshot = snapshotStore.load(projectURL, {.fingerprint = false});
   // Cards decode on several threads; each raw payload is released as soon as its card is typed,
   // so the board is not held twice. A payload that does not decode leaves its card out.
   std::vector<std::optional<WorkspaceCard>> decoded(snapshot.cards.size());

@@ -58,7 +58,7 @@ void requireUTF8(std::string_view bytes, const std::string& displayPath) {
   }
 }
 
-std::string fingerprintComponent(const std::string& path, std::string_view bytes) {
+std::string fingerprintComponentOf(const std::string& path, std::string_view bytes) {
   return path + ":" + sha256Hex(bytes);
 }
 
@@ -101,7 +101,8 @@ struct TableRowsSink {
 
 class EntryResolver {
  public:
-  explicit EntryResolver(const ProjectFileAccess& files) : files_(files) {}
+  EntryResolver(const ProjectFileAccess& files, bool fingerprint)
+      : files_(files), fingerprint_(fingerprint) {}
 
   // Consumes the entry's payload.
   ResolvedEntry resolve(FilesystemWorkspaceEntry& entry) const {
@@ -248,7 +249,13 @@ class EntryResolver {
     return resolved;
   }
 
+  // The file's part of the project fingerprint; empty when the load takes none.
+  std::string fingerprintComponent(const std::string& path, std::string_view bytes) const {
+    return fingerprint_ ? fingerprintComponentOf(path, bytes) : std::string();
+  }
+
   const ProjectFileAccess& files_;
+  bool fingerprint_;
 };
 
 // The document of a folder without `.zorvik/workspace.json`: an empty board whose identity is the
@@ -312,7 +319,7 @@ void resolveEntries(std::vector<FilesystemWorkspaceEntry>& entries, const EntryR
 }  // namespace
 
 WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
-    const std::filesystem::path& projectURL) const {
+    const std::filesystem::path& projectURL, LoadOptions options) const {
   const ProjectFileAccess files(projectURL);
   const std::filesystem::path documentLocation = files.root() / kDocumentPath;
 
@@ -324,8 +331,10 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
     const std::string bytes = files.read(documentLocation, std::string(kDocumentPath));
     // A large document is hashed on a thread of its own while it is parsed.
     std::future<std::string> documentComponent = std::async(
-        bytes.size() >= kHashAlongsideMinimum ? std::launch::async : std::launch::deferred,
-        [&] { return fingerprintComponent(std::string(kDocumentPath), bytes); });
+        bytes.size() >= kHashAlongsideMinimum ? std::launch::async : std::launch::deferred, [&] {
+          return options.fingerprint ? fingerprintComponentOf(std::string(kDocumentPath), bytes)
+                                     : std::string();
+        });
     try {
       document = FilesystemWorkspaceState::decodeDocument(AnyCodableValue::parse(bytes));
     } catch (const std::exception& decodeError) {
@@ -343,7 +352,7 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
 
   std::vector<CardRecord> cards(document.entries.size());
   std::vector<EntryOutcome> outcomes(document.entries.size());
-  resolveEntries(document.entries, EntryResolver(files), cards, outcomes);
+  resolveEntries(document.entries, EntryResolver(files, options.fingerprint), cards, outcomes);
   document.entries = {};  // their payloads now live in the cards
 
   // Cards of failed entries are dropped by moving the later cards down, keeping entry order.
@@ -358,8 +367,11 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
       std::abort();  // more files than a board can hold; the count must not wrap
     }
     snapshot.checkedFiles += outcome.fileCount;
-    for (auto& component : outcome.fingerprintComponents)
-      fingerprint.push_back(std::move(component));
+    if (options.fingerprint) {
+      for (auto& component : outcome.fingerprintComponents) {
+        fingerprint.push_back(std::move(component));
+      }
+    }
     if (kept != i) cards[kept] = std::move(cards[i]);
     ++kept;
   }
@@ -367,13 +379,15 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
   outcomes = {};
   snapshot.cards = std::move(cards);
 
-  std::sort(fingerprint.begin(), fingerprint.end());
-  std::string joined;
-  for (size_t i = 0; i < fingerprint.size(); ++i) {
-    if (i) joined += '\n';
-    joined += fingerprint[i];
+  if (options.fingerprint) {
+    std::sort(fingerprint.begin(), fingerprint.end());
+    std::string joined;
+    for (size_t i = 0; i < fingerprint.size(); ++i) {
+      if (i) joined += '\n';
+      joined += fingerprint[i];
+    }
+    snapshot.projectFingerprint = sha256Hex(joined);
   }
-  snapshot.projectFingerprint = sha256Hex(joined);
   snapshot.storageMode = WorkspaceProjectStorageMode::filesystem;
   snapshot.rootURL = projectURL;
   return snapshot;

@@ -17,7 +17,16 @@ namespace zorvik {
 
 class WorkspaceProjectSnapshotStore {
  public:
-  WorkspaceProjectSnapshot load(const std::filesystem::path& projectURL) const;
+  struct LoadOptions {
+    // False skips hashing the files: `projectFingerprint` stays empty. For readers that never
+    // look at it; everything else is loaded and checked the same.
+    bool fingerprint = true;
+  };
+
+  WorkspaceProjectSnapshot load(const std::filesystem::path& projectURL, LoadOptions options) const;
+  WorkspaceProjectSnapshot load(const std::filesystem::path& projectURL) const {
+    return load(projectURL, LoadOptions{});
+  }
 };
 
 }  // namespace zorvik

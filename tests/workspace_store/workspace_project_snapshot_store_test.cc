@@ -227,7 +227,15 @@ TEST_F(SnapshotStoreTest, FingerprintFollowsFilesNotEntryOrder) {
   EXPECT_TRUE(withoutStyles.loadDiagnostics.empty());
   EXPECT_EQ(withoutStyles.checkedFiles, original.checkedFiles - 1);
   project_.write("a.md", "B");
-  EXPECT_NE(load().projectFingerprint, withoutStyles.projectFingerprint);
+  const auto changed = load();
+  EXPECT_NE(changed.projectFingerprint, withoutStyles.projectFingerprint);
+
+  // Without a fingerprint the load is the same in every other respect.
+  WorkspaceProjectSnapshot unhashed =
+      WorkspaceProjectSnapshotStore().load(project_.path(), {.fingerprint = false});
+  EXPECT_EQ(unhashed.projectFingerprint, "");
+  unhashed.projectFingerprint = changed.projectFingerprint;
+  EXPECT_EQ(unhashed, changed);
 }
 
 TEST_F(SnapshotStoreTest, LargeBoardsKeepEntryOrderAcrossWorkers) {
