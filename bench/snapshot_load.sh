@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Snapshot load of synthetic 1k/10k/50k-card boards beside the floor (read + SHA-256 of the same
 # files), and peak memory of one load beside the board's size. Goals: at most 1.5x the floor at 10k
-# cards; peak memory at most 3x the board's bytes.
+# cards; peak memory at most 3x the board's bytes. BM_SnapshotLoadOverFloor times the floor and the
+# load in the same iteration and reports their ratio (load_over_floor), which drifts less on a
+# shared machine than two separate runs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake -S . -B build/bench -DCMAKE_BUILD_TYPE=Release -DZORVIK_BUILD_TESTS=OFF -DZORVIK_BUILD_BENCH=ON >/dev/null
