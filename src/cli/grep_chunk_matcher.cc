@@ -60,7 +60,8 @@ FoldedText foldCase(std::u16string_view source) {
 }
 
 // The characters beyond ASCII whose full case folding holds an ASCII unit. When ICU cannot say,
-// every character beyond ASCII is taken to be one, which turns the byte search off.
+// every character beyond ASCII is taken to be one, which turns the byte search off. Built once,
+// frozen (safe to read from any thread) and never destroyed.
 const icu::UnicodeSet& foldsIntoASCII() {
   static const icu::UnicodeSet* const set = [] {
     auto* result = new icu::UnicodeSet();

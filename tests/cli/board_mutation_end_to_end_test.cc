@@ -140,7 +140,9 @@ TEST_F(BoardMutationEndToEndTest, CreatedEditedResizedAndDeletedCardsShowOnDisk)
     const auto checkpoint = AnyCodableValue::parse(
         readFileContents(project_.path() / ".zorvik-control/mutation-checkpoints" / name)
             .value_or(""));
-    if (!previousAfter.empty()) EXPECT_EQ(text(checkpoint, "before_state_hash"), previousAfter);
+    if (!previousAfter.empty()) {
+      EXPECT_EQ(text(checkpoint, "before_state_hash"), previousAfter);
+    }
     previousAfter = text(checkpoint, "after_state_hash");
   }
   EXPECT_EQ(app.handledRequests().size(), 5u);
