@@ -17,7 +17,7 @@ namespace {
 
 // Documents above this size get a parser of their own so that the thread's reusable parser does
 // not keep their buffers alive.
-constexpr size_t kReusableParserLimit = 1 << 20;
+constexpr size_t kReusableParserLimit = 64 << 10;
 
 // Arrays at least this long are converted on several threads.
 constexpr size_t kParallelArrayMinimum = 1024;
