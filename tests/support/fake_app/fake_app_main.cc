@@ -8,7 +8,7 @@
 // <dir>/.zorvik-control/runtime.json and, when given, to the registry file, both atomically. It
 // watches .zorvik-control/inbox/ and answers each request on a thread of its own: it appends the
 // request as one JSON line to .zorvik-control/fake-app.log, waits the script's delay, writes the
-// envelope under the request's file name into outbox/ atomically and removes the request.
+// envelope under the request's file name into outbox/ atomically, after removing the request.
 //
 // The script maps a command name to {ok, payload, error_code, message, delay_ms, raw}. Inside
 // `payload` the strings "{{request_id}}", "{{command}}", "{{arguments}}", "{{run_id}}" and
@@ -257,14 +257,16 @@ class FakeApp {
       envelope.errorCode = "invalid_request";
       envelope.message = error.what();
     }
+    // The request is consumed before the answer appears: a caller woken by the answer finds the
+    // inbox already clean.
+    std::error_code ignored;
+    std::filesystem::remove(requestFile, ignored);
     try {
       replaceFileByRename(paths_.outbox / name,
                           raw ? *raw : envelope.encode().compactJSONString().value_or("{}"));
     } catch (const std::exception& error) {
       std::cerr << "zorvik_fake_app: " << error.what() << '\n';
     }
-    std::error_code ignored;
-    std::filesystem::remove(requestFile, ignored);
   }
 
   void performBoardEdit(const RuntimeToolRequest& request, RuntimeToolEnvelope& envelope) const {
