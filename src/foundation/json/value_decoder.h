@@ -108,6 +108,13 @@ class ValueDecoder {
     }
     result.reserve(elements.size());
     for (size_t i = 0; i < elements.size(); ++i) {
+      if constexpr (std::is_same_v<Element, std::string>) {
+        // Strings are most of a table; a string element needs no decoder of its own.
+        if (const std::string* text = elements[i].asString()) {
+          result.push_back(*text);
+          continue;
+        }
+      }
       result.push_back(element(elements[i], static_cast<int>(i)).template decode<Element>());
     }
     return result;
