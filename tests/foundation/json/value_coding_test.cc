@@ -171,6 +171,19 @@ TEST(ValueCodingTest, LongArraysKeepOrderAndReportTheirFirstFailure) {
   for (int i = 0; i < 5000; ++i) ASSERT_EQ(decoded[i].x, i);
 }
 
+TEST(ValueCodingTest, StringArraysNameTheirFirstNonString) {
+  EXPECT_EQ(decodeValue<std::vector<std::string>>(AnyCodableValue::parse(R"(["a","","b"])")),
+            (std::vector<std::string>{"a", "", "b"}));
+  try {
+    decodeValue<std::vector<std::string>>(AnyCodableValue::parse(R"(["a",3,null])"));
+    FAIL() << "decoded";
+  } catch (const DecodingError& error) {
+    EXPECT_EQ(std::string(error.what()),
+              "Type mismatch at [1] for String: Expected to decode String but found a number "
+              "instead.");
+  }
+}
+
 TEST(ValueCodingTest, RootLevelMismatchHasNoPath) {
   try {
     decodeValue<Pin>(AnyCodableValue::parse("[1]"));
