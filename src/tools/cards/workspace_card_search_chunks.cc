@@ -1,6 +1,7 @@
 #include "tools/cards/workspace_card_search_chunks.h"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 #include <variant>
 
@@ -34,9 +35,9 @@ class ChunkList {
 
 size_t limitOf(int value) { return value > 0 ? static_cast<size_t>(value) : 0; }
 
-std::vector<std::string> firstColumns(const std::vector<std::string>& cells, size_t maxColumns) {
-  return {cells.begin(),
-          cells.begin() + static_cast<std::ptrdiff_t>(std::min(cells.size(), maxColumns))};
+std::span<const std::string> firstColumns(const std::vector<std::string>& cells,
+                                          size_t maxColumns) {
+  return std::span<const std::string>(cells).first(std::min(cells.size(), maxColumns));
 }
 
 // Paragraphs are runs of non-blank lines; blank lines only separate them.

@@ -100,8 +100,11 @@ void writeHTML(LineWriter& out, const WorkspaceHTMLPayload& html) {
 
 }  // namespace
 
-std::string WorkspaceCardToolkit::renderRow(const std::vector<std::string>& cells) {
+std::string WorkspaceCardToolkit::renderRow(std::span<const std::string> cells) {
+  size_t length = 0;
+  for (const std::string& cell : cells) length += cell.size() + 3;
   std::string row;
+  row.reserve(length);
   for (size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) row += " | ";
     row += cells[i];

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,7 +80,7 @@ class WorkspaceCardToolkit {
   static std::string contextText(const WorkspaceCard& card, const WorkspaceCardContext& context);
 
   // Cells joined with " | ".
-  static std::string renderRow(const std::vector<std::string>& cells);
+  static std::string renderRow(std::span<const std::string> cells);
 
   // The 1-based inclusive range of `range` within 1...total, at most maxCount long (when maxCount
   // is at least 1). A range whose start is above 1 and whose end is below 1 reads as the first
