@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 namespace zorvik {
 namespace {
@@ -61,22 +62,25 @@ int32_t clusterBreakClass(UChar32 c) {
 // (Other, a control, CR, LF, or the end). Every joining rule (extenders, joiners, spacing marks,
 // prepends, Hangul syllables, regional indicators) involves a class other than these.
 size_t selfContainedCharacterLength(std::string_view text, size_t offset) {
+  // The break class of the code point at `at`, moving `at` past it; nullopt when ill-formed.
+  const auto classAt = [&](size_t& at) -> std::optional<int32_t> {
+    UChar32 c;
+    U8_NEXT(bytesOf(text), at, text.size(), c);
+    if (c < 0) return std::nullopt;
+    return clusterBreakClass(c);
+  };
   size_t next = offset;
-  UChar32 c;
-  U8_NEXT(bytesOf(text), next, text.size(), c);
-  if (c < 0) return 0;
-  const int32_t kind = clusterBreakClass(c);
-  if (kind == U_GCB_CR) return next < text.size() && text[next] == '\n' ? 2 : 1;
-  if (kind == U_GCB_LF || kind == U_GCB_CONTROL) return next - offset;
-  if (kind != U_GCB_OTHER) return 0;
+  const std::optional<int32_t> kind = classAt(next);
+  if (!kind) return 0;
+  if (*kind == U_GCB_CR) return next < text.size() && text[next] == '\n' ? 2 : 1;
+  if (*kind == U_GCB_LF || *kind == U_GCB_CONTROL) return next - offset;
+  if (*kind != U_GCB_OTHER) return 0;
   if (next == text.size() || static_cast<unsigned char>(text[next]) < 0x80) return next - offset;
   size_t after = next;
-  UChar32 following;
-  U8_NEXT(bytesOf(text), after, text.size(), following);
-  if (following < 0) return 0;
-  const int32_t followingKind = clusterBreakClass(following);
-  const bool joins = followingKind != U_GCB_OTHER && followingKind != U_GCB_CONTROL &&
-                     followingKind != U_GCB_CR && followingKind != U_GCB_LF;
+  const std::optional<int32_t> following = classAt(after);
+  if (!following) return 0;
+  const bool joins = *following != U_GCB_OTHER && *following != U_GCB_CONTROL &&
+                     *following != U_GCB_CR && *following != U_GCB_LF;
   return joins ? 0 : next - offset;
 }
 
