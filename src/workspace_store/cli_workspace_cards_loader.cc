@@ -4,22 +4,21 @@
 #include <vector>
 
 #include "foundation/json/value_decoder.h"
-#include "foundation/parallel_for.h"
 
 namespace zorvik {
 
 CLIWorkspaceLoadedBoard CLIWorkspaceCardsLoader::loadBoard(
     const std::filesystem::path& projectURL, const WorkspaceProjectSnapshotStore& snapshotStore) {
-  // Commands read cards, never the fingerprint: the files are not hashed.
-  WorkspaceProjectSnapshot snapshot = snapshotStore.load(projectURL, {.fingerprint = false});
-  // Cards decode on several threads; each raw payload is released as soon as its card is typed,
-  // so the board is not held twice. A payload that does not decode leaves its card out.
-  std::vector<std::optional<WorkspaceCard>> decoded(snapshot.cards.size());
-  parallelFor(snapshot.cards.size(), [&](size_t i) {
-    CardRecord& record = snapshot.cards[i];
+  // Each card is typed on the thread that resolved it, while its payload is fresh, and the raw
+  // payload is released there: the board is never held in both forms. Commands read cards, never
+  // the fingerprint, so the files are not hashed.
+  std::vector<std::optional<WorkspaceCard>> decoded;
+  WorkspaceProjectSnapshotStore::LoadOptions options{.fingerprint = false};
+  options.entriesFound = [&](size_t count) { decoded.resize(count); };
+  options.cardResolved = [&](size_t index, CardRecord& record) {
     try {
       WorkspaceCardPayload payload = decodeValue<WorkspaceCardPayload>(record.payload);
-      decoded[i] = WorkspaceCard{
+      decoded[index] = WorkspaceCard{
           .id = record.id,
           .parentID = record.parentID,
           .title = std::move(record.title),
@@ -29,11 +28,13 @@ CLIWorkspaceLoadedBoard CLIWorkspaceCardsLoader::loadBoard(
           .payload = std::move(payload),
       };
     } catch (const std::exception&) {
+      // A payload that does not decode leaves its card out.
     }
     record.payload = AnyCodableValue();
-  });
+  };
+  WorkspaceProjectSnapshot snapshot = snapshotStore.load(projectURL, options);
   CLIWorkspaceLoadedBoard board;
-  board.cards.reserve(decoded.size());
+  board.cards.reserve(snapshot.cards.size());
   for (std::optional<WorkspaceCard>& card : decoded) {
     if (card) board.cards.push_back(std::move(*card));
   }

@@ -308,12 +308,15 @@ void resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver, 
 }
 
 // Resolves every entry into `cards[i]` and `outcomes[i]` (both sized to the entries), on several
-// threads for large boards. Cards are built in place, in their final storage, so a large board is
-// never held twice.
+// threads for large boards, and hands each card to `cardResolved` while it is fresh. Cards are
+// built in place, in their final storage, so a large board is never held twice.
 void resolveEntries(std::vector<FilesystemWorkspaceEntry>& entries, const EntryResolver& resolver,
+                    const std::function<void(size_t, CardRecord&)>& cardResolved,
                     std::vector<CardRecord>& cards, std::vector<EntryOutcome>& outcomes) {
-  parallelFor(entries.size(),
-              [&](size_t i) { resolveOne(entries[i], resolver, cards[i], outcomes[i]); });
+  parallelFor(entries.size(), [&](size_t i) {
+    resolveOne(entries[i], resolver, cards[i], outcomes[i]);
+    if (cardResolved && !outcomes[i].failure) cardResolved(i, cards[i]);
+  });
 }
 
 }  // namespace
@@ -352,7 +355,9 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
 
   std::vector<CardRecord> cards(document.entries.size());
   std::vector<EntryOutcome> outcomes(document.entries.size());
-  resolveEntries(document.entries, EntryResolver(files, options.fingerprint), cards, outcomes);
+  if (options.entriesFound) options.entriesFound(document.entries.size());
+  resolveEntries(document.entries, EntryResolver(files, options.fingerprint), options.cardResolved,
+                 cards, outcomes);
   document.entries = {};  // their payloads now live in the cards
 
   // Cards of failed entries are dropped by moving the later cards down, keeping entry order.

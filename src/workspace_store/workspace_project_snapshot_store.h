@@ -9,7 +9,9 @@
 // The store keeps no state; it may be used from any thread.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 
 #include "workspace_store/workspace_project_snapshot.h"
 
@@ -21,6 +23,13 @@ class WorkspaceProjectSnapshotStore {
     // False skips hashing the files: `projectFingerprint` stays empty. For readers that never
     // look at it; everything else is loaded and checked the same.
     bool fingerprint = true;
+    // For readers that turn cards into something else while the board loads, so that the board is
+    // never held in both forms: `entriesFound` is called once with the number of entries, then
+    // `cardResolved` for every card as soon as it is built, with its entry index, on the thread
+    // that resolved it (calls for different cards run concurrently). The card may be changed or
+    // emptied; the snapshot keeps what is left of it.
+    std::function<void(size_t entryCount)> entriesFound;
+    std::function<void(size_t entryIndex, CardRecord& card)> cardResolved;
   };
 
   WorkspaceProjectSnapshot load(const std::filesystem::path& projectURL, LoadOptions options) const;

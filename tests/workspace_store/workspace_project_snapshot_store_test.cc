@@ -257,6 +257,24 @@ TEST_F(SnapshotStoreTest, LargeBoardsKeepEntryOrderAcrossWorkers) {
   }
   EXPECT_EQ(snapshot.checkedFiles, 1 + int(snapshot.cards.size()));
   EXPECT_EQ(load(), snapshot);
+
+  // A reader that takes each card as it resolves sees every card that loads, once, under its
+  // entry index, and the snapshot keeps what the reader left.
+  std::vector<std::string> seen;
+  WorkspaceProjectSnapshotStore::LoadOptions options;
+  options.entriesFound = [&](size_t count) { seen.assign(count, ""); };
+  options.cardResolved = [&](size_t index, CardRecord& card) {
+    seen[index] += card.id.uppercaseString();
+    card.payload = AnyCodableValue();
+  };
+  const auto taken = WorkspaceProjectSnapshotStore().load(project_.path(), options);
+  ASSERT_EQ(seen.size(), 900u);
+  for (size_t i = 0; i < seen.size(); ++i) {
+    EXPECT_EQ(seen[i], (i + 1) % 7 == 0 ? "" : uuid(int(i + 1))) << i;
+  }
+  ASSERT_EQ(taken.cards.size(), snapshot.cards.size());
+  EXPECT_TRUE(taken.cards.back().payload.isNull());
+  EXPECT_EQ(taken.loadDiagnostics, snapshot.loadDiagnostics);
 }
 
 TEST_F(SnapshotStoreTest, AFolderWithoutDocumentIsAStableEmptyProject) {
