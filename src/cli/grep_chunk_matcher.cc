@@ -150,12 +150,13 @@ GrepChunkMatcher::GrepChunkMatcher(GrepMode mode, const std::string& query, bool
     : mode_(mode), caseSensitive_(caseSensitive), searchBytes_(searchBytes), query_(query) {
   if (mode_ == GrepMode::contains) {
     if (caseSensitive_) {
+      searchQuery16_ = toUTF16(query_);
       byteQuery_ = query_;
       byteSearchPossible_ = !query_.empty();
     } else {
-      foldedQuery_ = foldCase(toUTF16(query_)).text;
-      byteSearchPossible_ = !foldedQuery_.empty() && allASCII(foldedQuery_);
-      if (byteSearchPossible_) byteQuery_ = toUTF8(foldedQuery_);
+      searchQuery16_ = foldCase(toUTF16(query_)).text;
+      byteSearchPossible_ = !searchQuery16_.empty() && allASCII(searchQuery16_);
+      if (byteSearchPossible_) byteQuery_ = toUTF8(searchQuery16_);
     }
   }
   if (mode_ == GrepMode::equals) {
@@ -230,7 +231,7 @@ std::vector<GrepMatchRange> GrepChunkMatcher::findContainedFolded(std::string_vi
                                                                   size_t limit) const {
   const std::u16string text16 = toUTF16(text);
   std::vector<GrepMatchRange> ranges;
-  const std::u16string& query = caseSensitive_ ? toUTF16(query_) : foldedQuery_;
+  const std::u16string& query = searchQuery16_;
   if (caseSensitive_) {
     size_t from = 0;
     while (ranges.size() < limit) {

@@ -59,9 +59,9 @@ class GrepChunkMatcher {
   GrepMode mode_;
   bool caseSensitive_;
   bool searchBytes_;
-  std::string query_;           // as given
-  std::u16string foldedQuery_;  // contains, case-insensitive: the query case-folded
-  std::string byteQuery_;       // the query for a byte search: as given, or folded when ASCII
+  std::string query_;             // as given
+  std::u16string searchQuery16_;  // contains: the query in UTF-16, case-folded unless sensitive
+  std::string byteQuery_;         // the query for a byte search: as given, or folded when ASCII
   bool byteSearchPossible_ = false;
   std::string equalsQuery_;  // equals: trimmed, lower-cased unless case-sensitive
   std::unique_ptr<icu::RegexPattern> pattern_;
