@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake pkg-config git
-  libsimdjson-dev libssl-dev libicu-dev libplist-dev
+  libsimdjson-dev libssl-dev libicu-dev libplist-dev libmimalloc-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   hyperfine
