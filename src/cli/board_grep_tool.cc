@@ -45,7 +45,7 @@ std::string singleLine(std::string_view text) {
 
 // The match with up to 90 units of the chunk on either side; a surrogate pair at a window edge
 // is left out rather than split.
-BoardGrepResultSnippet snippetFor(const std::string& label, const std::u16string& text,
+BoardGrepResultSnippet snippetFor(std::string label, const std::u16string& text,
                                   GrepMatchRange range) {
   const auto length = static_cast<int32_t>(text.size());
   int32_t start = std::max(0, range.start - kSnippetContext);
@@ -61,29 +61,40 @@ BoardGrepResultSnippet snippetFor(const std::string& label, const std::u16string
       singleLine(toUTF8(std::u16string_view(text).substr(start, end - start))));
   if (start > 0) window.insert(0, kEllipsis);
   if (end < length) window.append(kEllipsis);
-  return {label, toUTF8(std::u16string_view(text).substr(range.start, range.end - range.start)),
+  return {std::move(label),
+          toUTF8(std::u16string_view(text).substr(range.start, range.end - range.start)),
           std::move(window)};
 }
 
-// One card's matches: every range counts, the first `maxSnippets` become snippets.
-BoardGrepResultItem grepCard(const WorkspaceCard& card, const GrepChunkMatcher& matcher,
-                             size_t maxSnippets) {
+// The card's match count: every chunk adds the ranges found in it, at most `maxPerChunk`.
+int64_t countMatches(const WorkspaceCard& card, const GrepChunkMatcher& matcher,
+                     size_t maxPerChunk) {
+  int64_t count = 0;
+  forEachSearchChunk(card, {}, [&](std::string_view, std::string_view text) {
+    if (!text.empty()) count += static_cast<int64_t>(matcher.find(text, maxPerChunk).size());
+  });
+  return count;
+}
+
+// The answer item of a hit: the first `maxSnippets` ranges, in chunk order, become snippets.
+BoardGrepResultItem hitItem(const WorkspaceCard& card, int64_t matchCount,
+                            const GrepChunkMatcher& matcher, size_t maxSnippets) {
   BoardGrepResultItem item{
       .cardId = card.id.uppercaseString(),
       .type = std::string(rawValue(card.type)),
       .title = card.title,
+      .matchCount = matchCount,
   };
-  for (const WorkspaceCardSearchChunk& chunk : searchChunks(card, {})) {
-    if (chunk.text.empty()) continue;
-    const std::vector<GrepMatchRange> ranges = matcher.find(chunk.text, maxSnippets);
-    if (ranges.empty()) continue;
-    item.matchCount += static_cast<int64_t>(ranges.size());
-    const std::u16string text = toUTF16(chunk.text);  // snippet windows count UTF-16 units
+  forEachSearchChunk(card, {}, [&](std::string_view label, std::string_view text) {
+    if (text.empty() || item.snippets.size() >= maxSnippets) return;
+    const std::vector<GrepMatchRange> ranges = matcher.find(text, maxSnippets);
+    if (ranges.empty()) return;
+    const std::u16string text16 = toUTF16(text);  // snippet windows count UTF-16 units
     for (const GrepMatchRange& range : ranges) {
       if (item.snippets.size() >= maxSnippets) break;
-      item.snippets.push_back(snippetFor(chunk.label, text, range));
+      item.snippets.push_back(snippetFor(std::string(label), text16, range));
     }
-  }
+  });
   return item;
 }
 
@@ -228,20 +239,29 @@ BoardGrepResponse grepCards(const std::vector<WorkspaceCard>& cards,
       .totalCards = static_cast<int64_t>(selection.cards.size()),
       .notFound = std::move(selection.notFound),
   };
-  // Cards are searched on several threads; results keep the selection's order before sorting.
-  std::vector<BoardGrepResultItem> items(selection.cards.size());
+  // Every card is counted, on several threads; only the hits that are kept get snippets.
+  std::vector<int64_t> counts(selection.cards.size());
   parallelFor(
-      items.size(),
-      [&](size_t i) { items[i] = grepCard(*selection.cards[i], matcher, maxSnippets); }, 64);
-  for (BoardGrepResultItem& item : items) {
-    if (item.matchCount > 0) response.results.push_back(std::move(item));
+      counts.size(),
+      [&](size_t i) { counts[i] = countMatches(*selection.cards[i], matcher, maxSnippets); }, 64);
+  std::vector<size_t> hits;
+  for (size_t i = 0; i < counts.size(); ++i) {
+    if (counts[i] > 0) hits.push_back(i);
   }
-  std::stable_sort(response.results.begin(), response.results.end(),
-                   [](const BoardGrepResultItem& a, const BoardGrepResultItem& b) {
-                     if (a.matchCount != b.matchCount) return a.matchCount > b.matchCount;
-                     return compareLocalizedCaseInsensitive(a.title, b.title) < 0;
-                   });
-  if (response.results.size() > topK) response.results.resize(topK);
+  // Selection order breaks the ties that titles leave, as a stable sort would.
+  const auto ranksBefore = [&](size_t a, size_t b) {
+    if (counts[a] != counts[b]) return counts[a] > counts[b];
+    const int order =
+        compareLocalizedCaseInsensitive(selection.cards[a]->title, selection.cards[b]->title);
+    return order != 0 ? order < 0 : a < b;
+  };
+  const size_t kept = std::min(hits.size(), topK);
+  std::partial_sort(hits.begin(), hits.begin() + static_cast<std::ptrdiff_t>(kept), hits.end(),
+                    ranksBefore);
+  for (size_t rank = 0; rank < kept; ++rank) {
+    const size_t i = hits[rank];
+    response.results.push_back(hitItem(*selection.cards[i], counts[i], matcher, maxSnippets));
+  }
   return response;
 }
 

@@ -142,6 +142,10 @@ bool isASCII(std::string_view text) {
 }
 
 std::string trimWhitespaceAndNewlines(std::string_view text) {
+  return std::string(trimmedView(text));
+}
+
+std::string_view trimmedView(std::string_view text) {
   const uint8_t* bytes = bytesOf(text);
   size_t start = 0;
   while (start < text.size()) {
@@ -164,7 +168,7 @@ std::string trimWhitespaceAndNewlines(std::string_view text) {
     if (c < 0 || next != end || !u_isUWhiteSpace(c)) break;
     end = previous;
   }
-  return std::string(text.substr(start, end - start));
+  return text.substr(start, end - start);
 }
 
 std::string lowercased(std::string_view text) {
@@ -218,20 +222,26 @@ std::string cutText(std::string_view text, size_t atOrAbove) {
 }
 
 std::string cutText(std::string_view text, size_t atOrAbove, size_t keep) {
+  const std::optional<size_t> kept = cutLength(text, atOrAbove, keep);
+  if (!kept) return std::string(text);
+  std::string result(text.substr(0, *kept));
+  result += kEllipsis;
+  return result;
+}
+
+std::optional<size_t> cutLength(std::string_view text, size_t atOrAbove, size_t keep) {
   // Fewer characters than the limit: unchanged. A limit of 0 cuts every text.
-  if (atOrAbove > 0 && !hasMoreCodePointsThan(text, atOrAbove - 1)) return std::string(text);
+  if (atOrAbove > 0 && !hasMoreCodePointsThan(text, atOrAbove - 1)) return std::nullopt;
   // One walk over the kept characters; what follows them only has to be long enough. The walk
   // ends on a boundary, so the rest segments as it does within the whole text.
   const size_t kept = walkCharacters(text, keep).offset;
   if (atOrAbove > keep && !hasMoreCharactersThan(text.substr(kept), atOrAbove - 1 - keep)) {
-    return std::string(text);
+    return std::nullopt;
   }
   if (atOrAbove <= keep && atOrAbove > 0 && !hasMoreCharactersThan(text, atOrAbove - 1)) {
-    return std::string(text);
+    return std::nullopt;
   }
-  std::string result(text.substr(0, kept));
-  result += kEllipsis;
-  return result;
+  return kept;
 }
 
 size_t utf16Length(std::string_view utf8) {

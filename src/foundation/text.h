@@ -7,13 +7,16 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace zorvik {
 
-// Strips Unicode White_Space (which includes line and paragraph separators) from both ends.
+// Strips Unicode White_Space (which includes line and paragraph separators) from both ends. The
+// view form returns the part of `text` that remains.
 std::string trimWhitespaceAndNewlines(std::string_view text);
+std::string_view trimmedView(std::string_view text);
 
 // Unicode default (locale-independent) lower-case mapping.
 std::string lowercased(std::string_view text);
@@ -36,6 +39,9 @@ std::string prefixCharacters(std::string_view text, size_t count);
 // atOrAbove - 2 characters (0 when atOrAbove < 2).
 std::string cutText(std::string_view text, size_t atOrAbove);
 std::string cutText(std::string_view text, size_t atOrAbove, size_t keep);
+// Where cutText(text, atOrAbove, keep) cuts: the byte length of the kept characters, or nullopt
+// when the text stays unchanged.
+std::optional<size_t> cutLength(std::string_view text, size_t atOrAbove, size_t keep);
 
 // Number of UTF-16 code units of the text's conversion by toUTF16.
 size_t utf16Length(std::string_view utf8);

@@ -26,6 +26,9 @@ TEST(TextTest, TrimsUnicodeWhiteSpaceOnlyAtTheEnds) {
   EXPECT_EQ(trimWhitespaceAndNewlines("\u2003a\u00A0b\u2003"), "a\u00A0b");
   EXPECT_EQ(trimWhitespaceAndNewlines(" \u3000 \u2028"), "");
   EXPECT_EQ(trimWhitespaceAndNewlines(""), "");
+  const std::string padded = "\u2003a b\n";
+  EXPECT_EQ(trimmedView(padded), "a b");
+  EXPECT_EQ(trimmedView(padded).data(), padded.data() + 3);  // a view into the text
   // Zero-width space is not White_Space; ill-formed bytes are kept as they are.
   EXPECT_EQ(trimWhitespaceAndNewlines("\u200Bx\u200B"), "\u200Bx\u200B");
   EXPECT_EQ(trimWhitespaceAndNewlines(" \xE2\x80 "), "\xE2\x80");
@@ -99,6 +102,12 @@ TEST(TextTest, CutsAtAndAboveTheLimitOnly) {
   for (size_t keep = 0; keep <= 6; ++keep) {
     EXPECT_TRUE(isValidUTF8(cutText(clusters, 1, keep))) << keep;
   }
+
+  // cutLength says where cutText cuts, and nothing when it does not.
+  EXPECT_EQ(cutLength(nine, 10, 8), std::nullopt);
+  EXPECT_EQ(cutLength(nine, 9, 4), 4u);
+  EXPECT_EQ(cutLength(clusters, 6, 3), (kFamily + kEAcute + kFlag).size());
+  EXPECT_EQ(cutLength(clusters, 7, 5), std::nullopt);
 }
 
 TEST(TextTest, ConvertsBetweenUTF8AndUTF16) {

@@ -13,24 +13,43 @@
 namespace zorvik {
 namespace {
 
-class ChunkList {
+// Hands the chunks to the visitor: blank texts are skipped and long ones cut, in buffers reused
+// from chunk to chunk.
+class ChunkEmitter {
  public:
-  explicit ChunkList(const WorkspaceCardSearchOptions& options) : options_(options) {}
+  ChunkEmitter(const WorkspaceCardSearchOptions& options, const SearchChunkVisitor& visit)
+      : options_(options), visit_(visit) {}
 
-  void add(std::string label, std::string_view text) {
-    if (trimWhitespaceAndNewlines(text).empty()) return;
-    chunks_.push_back(
-        {std::move(label), WorkspaceCardToolkit::truncate(text, options_.maxChunkChars)});
+  void add(std::string_view label, std::string_view text) {
+    if (trimmedView(text).empty()) return;
+    const std::optional<size_t> kept =
+        WorkspaceCardToolkit::truncationLength(text, options_.maxChunkChars);
+    if (!kept) {
+      visit_(label, text);
+      return;
+    }
+    cut_.assign(text.substr(0, *kept));
+    cut_ += "\u2026";
+    visit_(label, cut_);
   }
-  void addOptional(std::string label, const std::optional<std::string>& text) {
-    if (text) add(std::move(label), *text);
+  void addOptional(std::string_view label, const std::optional<std::string>& text) {
+    if (text) add(label, *text);
   }
-
-  std::vector<WorkspaceCardSearchChunk> take() { return std::move(chunks_); }
+  // "Row 3", "Paragraph 12", ...: the label is `prefix` and the number.
+  void addNumbered(std::string_view prefix, size_t number, std::string_view text) {
+    label_.assign(prefix);
+    label_ += std::to_string(number);
+    add(label_, text);
+  }
+  // A buffer the caller may build a chunk's text in; add() does not touch it.
+  std::string& scratch() { return scratch_; }
 
  private:
   const WorkspaceCardSearchOptions& options_;
-  std::vector<WorkspaceCardSearchChunk> chunks_;
+  const SearchChunkVisitor& visit_;
+  std::string cut_;
+  std::string label_;
+  std::string scratch_;
 };
 
 size_t limitOf(int value) { return value > 0 ? static_cast<size_t>(value) : 0; }
@@ -40,68 +59,92 @@ std::span<const std::string> firstColumns(const std::vector<std::string>& cells,
   return std::span<const std::string>(cells).first(std::min(cells.size(), maxColumns));
 }
 
-// Paragraphs are runs of non-blank lines; blank lines only separate them.
-std::vector<std::string> paragraphs(std::string_view markdown, size_t limit) {
-  std::vector<std::string> result;
-  std::string current;
-  bool open = false;
+// Paragraphs are runs of non-blank lines; blank lines only separate them. Each paragraph goes to
+// `visit` as one text, its lines joined by LF: a view of the markdown itself unless a CR has to go.
+void forEachParagraph(std::string_view markdown, size_t limit, std::string& joined,
+                      const std::function<void(size_t number, std::string_view text)>& visit) {
+  size_t count = 0;
+  size_t paragraphStart = 0;
+  size_t paragraphEnd = std::string_view::npos;  // npos: no paragraph open
   auto close = [&] {
-    if (open) result.push_back(std::move(current));
-    current.clear();
-    open = false;
+    if (paragraphEnd == std::string_view::npos) return;
+    std::string_view paragraph = markdown.substr(paragraphStart, paragraphEnd - paragraphStart);
+    if (paragraph.find('\r') != std::string_view::npos) {
+      joined.clear();
+      for (size_t start = 0; start <= paragraph.size();) {
+        size_t end = std::min(paragraph.find('\n', start), paragraph.size());
+        std::string_view line = paragraph.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        if (start > 0) joined += '\n';
+        joined += line;
+        start = end + 1;
+      }
+      paragraph = joined;
+    }
+    visit(++count, paragraph);
+    paragraphEnd = std::string_view::npos;
   };
   size_t start = 0;
-  while (start <= markdown.size() && result.size() < limit) {
+  while (start <= markdown.size() && count < limit) {
     size_t end = markdown.find('\n', start);
     if (end == std::string_view::npos) end = markdown.size();
     std::string_view line = markdown.substr(start, end - start);
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    if (trimWhitespaceAndNewlines(line).empty()) {
+    if (trimmedView(line).empty()) {
       close();
     } else {
-      if (open) current += '\n';
-      current += line;
-      open = true;
+      if (paragraphEnd == std::string_view::npos) paragraphStart = start;
+      paragraphEnd = start + line.size();
     }
     start = end + 1;
   }
-  if (result.size() < limit) close();
-  return result;
+  if (count < limit) close();
 }
 
 std::optional<std::string> cardSummary(const WorkspaceCard& card) {
   return card.summary ? card.summary : card.payload.summary();
 }
 
-void addLinkChunks(const WorkspaceCard& card, const WorkspaceLinkPayload& link, ChunkList& chunks) {
+void addLinkChunks(const WorkspaceCard& card, const WorkspaceLinkPayload& link,
+                   ChunkEmitter& chunks) {
   chunks.add("Source", WorkspaceCardToolkit::linkSourceWord(link));
   chunks.addOptional("Summary", link.summary);
   chunks.add("Note", link.note);
   for (const auto* items : {&link.rowItems, &link.availableFields}) {
     for (const WorkspaceRowItem& item : *items) {
-      std::string value = item.value();
-      chunks.add("Field", value.empty() ? item.label : item.label + ": " + value);
+      const std::string value = item.value();
+      if (value.empty()) {
+        chunks.add("Field", item.label);
+        continue;
+      }
+      std::string& field = chunks.scratch();
+      field.assign(item.label);
+      field += ": ";
+      field += value;
+      chunks.add("Field", field);
     }
   }
   if (card.summary && card.summary != link.summary) chunks.addOptional("Summary", card.summary);
 }
 
 void addTableChunks(const WorkspaceTablePayload& table, const WorkspaceCardSearchOptions& options,
-                    ChunkList& chunks) {
+                    ChunkEmitter& chunks) {
   const size_t maxColumns = limitOf(options.maxTableColumns);
-  chunks.add("Columns", WorkspaceCardToolkit::renderRow(firstColumns(table.columns, maxColumns)));
+  std::string& row = chunks.scratch();
+  WorkspaceCardToolkit::renderRow(firstColumns(table.columns, maxColumns), row);
+  chunks.add("Columns", row);
   const size_t rowCount = std::min(table.rows.size(), limitOf(options.maxTableRows));
   for (size_t index = 0; index < rowCount; ++index) {
-    chunks.add("Row " + std::to_string(index + 1),
-               WorkspaceCardToolkit::renderRow(firstColumns(table.rows[index], maxColumns)));
+    WorkspaceCardToolkit::renderRow(firstColumns(table.rows[index], maxColumns), row);
+    chunks.addNumbered("Row ", index + 1, row);
   }
 }
 
 void addChatChunks(const WorkspaceChatPayload& chat, const WorkspaceCardSearchOptions& options,
-                   ChunkList& chunks) {
+                   ChunkEmitter& chunks) {
   const size_t count = std::min(chat.messages.size(), limitOf(options.maxChatMessages));
   for (size_t index = chat.messages.size() - count; index < chat.messages.size(); ++index) {
-    chunks.add("Message " + std::to_string(index + 1), chat.messages[index].text);
+    chunks.addNumbered("Message ", index + 1, chat.messages[index].text);
   }
 }
 
@@ -118,7 +161,16 @@ AnyCodableValue WorkspaceCardSearchChunk::encode() const {
 
 std::vector<WorkspaceCardSearchChunk> searchChunks(const WorkspaceCard& card,
                                                    const WorkspaceCardSearchOptions& options) {
-  ChunkList chunks(options);
+  std::vector<WorkspaceCardSearchChunk> chunks;
+  forEachSearchChunk(card, options, [&](std::string_view label, std::string_view text) {
+    chunks.push_back({std::string(label), std::string(text)});
+  });
+  return chunks;
+}
+
+void forEachSearchChunk(const WorkspaceCard& card, const WorkspaceCardSearchOptions& options,
+                        const SearchChunkVisitor& visit) {
+  ChunkEmitter chunks(options, visit);
   chunks.add("Title", card.title);
   std::visit(
       [&](const auto& payload) {
@@ -139,10 +191,10 @@ std::vector<WorkspaceCardSearchChunk> searchChunks(const WorkspaceCard& card,
         } else if constexpr (std::is_same_v<Payload, WorkspaceTablePayload>) {
           addTableChunks(payload, options, chunks);
         } else if constexpr (std::is_same_v<Payload, WorkspaceRichTextPayload>) {
-          const auto texts = paragraphs(payload.markdown, limitOf(options.maxRichTextLines));
-          for (size_t index = 0; index < texts.size(); ++index) {
-            chunks.add("Paragraph " + std::to_string(index + 1), texts[index]);
-          }
+          forEachParagraph(payload.markdown, limitOf(options.maxRichTextLines), chunks.scratch(),
+                           [&](size_t number, std::string_view text) {
+                             chunks.addNumbered("Paragraph ", number, text);
+                           });
         } else if constexpr (std::is_same_v<Payload, WorkspaceChatPayload>) {
           addChatChunks(payload, options, chunks);
         } else if constexpr (std::is_same_v<Payload, WorkspaceImagePayload>) {
@@ -153,7 +205,6 @@ std::vector<WorkspaceCardSearchChunk> searchChunks(const WorkspaceCard& card,
         }
       },
       card.payload.value);
-  return chunks.take();
 }
 
 }  // namespace zorvik

@@ -23,7 +23,9 @@
 // chunks whose text is empty or only white space are left out. Pure functions, thread-safe.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "foundation/json/any_codable_value.h"
@@ -54,5 +56,11 @@ struct WorkspaceCardSearchOptions {
 
 std::vector<WorkspaceCardSearchChunk> searchChunks(const WorkspaceCard& card,
                                                    const WorkspaceCardSearchOptions& options);
+
+// The same chunks, in the same order, handed to `visit` one at a time without being collected.
+// Both views are valid only during the call; texts that need no cut are views of the card itself.
+using SearchChunkVisitor = std::function<void(std::string_view label, std::string_view text)>;
+void forEachSearchChunk(const WorkspaceCard& card, const WorkspaceCardSearchOptions& options,
+                        const SearchChunkVisitor& visit);
 
 }  // namespace zorvik

@@ -101,15 +101,20 @@ void writeHTML(LineWriter& out, const WorkspaceHTMLPayload& html) {
 }  // namespace
 
 std::string WorkspaceCardToolkit::renderRow(std::span<const std::string> cells) {
+  std::string row;
+  renderRow(cells, row);
+  return row;
+}
+
+void WorkspaceCardToolkit::renderRow(std::span<const std::string> cells, std::string& row) {
   size_t length = 0;
   for (const std::string& cell : cells) length += cell.size() + 3;
-  std::string row;
+  row.clear();
   row.reserve(length);
   for (size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) row += " | ";
     row += cells[i];
   }
-  return row;
 }
 
 std::string WorkspaceCardToolkit::summaryText(const WorkspaceCard& card) {

@@ -52,6 +52,13 @@ std::string WorkspaceCardToolkit::truncate(std::string_view text, std::optional<
   return cutText(text, limit + 1, limit - 1);
 }
 
+std::optional<size_t> WorkspaceCardToolkit::truncationLength(std::string_view text,
+                                                             std::optional<int64_t> maxChars) {
+  if (!maxChars || *maxChars < 1) return std::nullopt;
+  const auto limit = static_cast<size_t>(*maxChars);
+  return cutLength(text, limit + 1, limit - 1);
+}
+
 WorkspaceCardRange WorkspaceCardToolkit::clampRange(int64_t total,
                                                     const std::optional<WorkspaceCardRange>& range,
                                                     std::optional<int64_t> maxCount) {

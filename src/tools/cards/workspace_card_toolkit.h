@@ -71,6 +71,10 @@ class WorkspaceCardToolkit {
   // Absent or below 1, or a text that fits: unchanged. Otherwise the first maxChars - 1
   // characters and "…" (just "…" for 1).
   static std::string truncate(std::string_view text, std::optional<int64_t> maxChars);
+  // Where truncate cuts: the byte length of the kept characters ("…" follows them), or nullopt
+  // when the text stays unchanged.
+  static std::optional<size_t> truncationLength(std::string_view text,
+                                                std::optional<int64_t> maxChars);
 
   // The card's own summary when not empty, else a one-line description by type.
   static std::string summaryText(const WorkspaceCard& card);
@@ -79,8 +83,9 @@ class WorkspaceCardToolkit {
   // folders list their children with their summaries.
   static std::string contextText(const WorkspaceCard& card, const WorkspaceCardContext& context);
 
-  // Cells joined with " | ".
+  // Cells joined with " | ". The second form writes the row into `row`, replacing what it held.
   static std::string renderRow(std::span<const std::string> cells);
+  static void renderRow(std::span<const std::string> cells, std::string& row);
 
   // The 1-based inclusive range of `range` within 1...total, at most maxCount long (when maxCount
   // is at least 1). A range whose start is above 1 and whose end is below 1 reads as the first

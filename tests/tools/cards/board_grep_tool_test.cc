@@ -191,6 +191,19 @@ TEST(BoardGrepToolTest, SortsByMatchCountThenTitleIgnoringCase) {
   };
   EXPECT_THAT(titlesOf(grep(cards, {{"query", "needle"}})),
               ElementsAre("most", "Alpha", "beta", "Échelle", "zeta"));
+
+  // Titles that differ only in case keep the board's order; a short top_k keeps the first ranks.
+  const std::vector<WorkspaceCard> ties{
+      richTextCard("Same", "needle"),
+      richTextCard("same", "needle needle"),
+      richTextCard("SAME", "needle"),
+      richTextCard("same", "needle"),
+  };
+  EXPECT_THAT(titlesOf(grep(ties, {{"query", "needle"}})),
+              ElementsAre("same", "Same", "SAME", "same"));
+  const auto firstTwo = grep(ties, {{"query", "needle"}, {"top_k", 2}});
+  EXPECT_THAT(titlesOf(firstTwo), ElementsAre("same", "Same"));
+  EXPECT_EQ(firstTwo.results[1].cardId, ties[0].id.uppercaseString());
 }
 
 TEST(BoardGrepToolTest, TypeIsTheRawCardType) {

@@ -94,11 +94,14 @@ TEST(WorkspaceCardSearchChunksTest, TableRowNumbersCountBlankRows) {
 
 TEST(WorkspaceCardSearchChunksTest, RichTextSplitsIntoParagraphsAtBlankLines) {
   auto card = testing::richTextCard(
-      "Notes", "# Heading\r\nFirst line\r\nsecond line\r\n\r\n  \t \n\nAnother\n\n\nLast\n");
-  EXPECT_THAT(chunksOf(card),
-              ElementsAre(Chunk{"Title", "Notes"},
-                          Chunk{"Paragraph 1", "# Heading\nFirst line\nsecond line"},
-                          Chunk{"Paragraph 2", "Another"}, Chunk{"Paragraph 3", "Last"}));
+      "Notes",
+      "# Heading\r\nFirst line\r\nsecond line\r\n\r\n  \t \n\nAnother\n\n\nLast\nx\ry\r\n\rz\r");
+  // Only a CR before LF goes; a CR inside a line stays.
+  EXPECT_THAT(
+      chunksOf(card),
+      ElementsAre(Chunk{"Title", "Notes"},
+                  Chunk{"Paragraph 1", "# Heading\nFirst line\nsecond line"},
+                  Chunk{"Paragraph 2", "Another"}, Chunk{"Paragraph 3", "Last\nx\ry\n\rz"}));
 }
 
 TEST(WorkspaceCardSearchChunksTest, RichTextStopsAtEightyParagraphs) {
