@@ -1,8 +1,5 @@
 // The `zorvik` entry: runs one command line and maps what it throws to standard error and an exit
 // code. Standard output carries answers only; standard error carries the mapped message only.
-#include <malloc.h>
-
-#include <climits>
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -22,19 +19,9 @@ int fail(const std::string& message, int status) {
   return status;
 }
 
-// One command is a short-lived process: memory it frees stays with it rather than going back to
-// the kernel, only to be faulted in again a moment later while the next part of a large board
-// loads. Everything is returned at exit.
-void keepFreedMemoryForTheCommand() {
-  constexpr int kLargestHeapAllocation = 32 << 20;  // the allocator's ceiling for this setting
-  mallopt(M_TRIM_THRESHOLD, INT_MAX);
-  mallopt(M_MMAP_THRESHOLD, kLargestHeapAllocation);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  keepFreedMemoryForTheCommand();
   std::ios::sync_with_stdio(false);
   zorvik::setProgramPath(argc > 0 ? argv[0] : "");
   const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
