@@ -4,6 +4,8 @@
 // Supported types: AnyCodableValue (taken as is, null included), bool, integers, double,
 // std::string, Uuid, Date (ISO 8601 text), enumerations with EnumRawValues, std::optional,
 // std::vector, std::map<std::string, T>, and records with `static T decode(const ValueDecoder&)`.
+// Errors name a record by its C++ name, or by its `static constexpr std::string_view
+// kCodingTypeName` when it has one.
 // Integers accept only integral numbers in range; doubles accept any number.
 //
 // Decoders are views: they borrow the value and their parents' path, and are valid only during the
@@ -272,6 +274,8 @@ std::string typeNameOf() {
     return "Array<" + typeNameOf<typename T::value_type>() + ">";
   } else if constexpr (IsStringMap<T>::value) {
     return "Dictionary<String, " + typeNameOf<typename T::mapped_type>() + ">";
+  } else if constexpr (requires { T::kCodingTypeName; }) {
+    return std::string(T::kCodingTypeName);  // a record that stands in for another type
   } else {
     return recordTypeName(typeid(T).name());
   }

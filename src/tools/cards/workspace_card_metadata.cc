@@ -75,7 +75,7 @@ WorkspaceCardMetadataPayload WorkspaceCardToolkit::metadata(const WorkspaceCard&
         children == context.childrenByParent.end() ? 0 : count(children->second.size());
   } else if (const auto* table = std::get_if<WorkspaceTablePayload>(&value)) {
     size_t columns = table->columns.size();
-    for (const auto& row : table->rows) columns = std::max(columns, row.size());
+    for (TableRows::Row row : table->rows) columns = std::max(columns, row.size());
     metadata.tableColumns = count(columns);
     metadata.tableRows = count(table->rows.size());
     metadata.tableShowsRowHeaders = table->showsRowHeaders;

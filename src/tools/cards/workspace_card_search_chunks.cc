@@ -135,7 +135,7 @@ void addTableChunks(const WorkspaceTablePayload& table, const WorkspaceCardSearc
   chunks.add("Columns", row);
   const size_t rowCount = std::min(table.rows.size(), limitOf(options.maxTableRows));
   for (size_t index = 0; index < rowCount; ++index) {
-    WorkspaceCardToolkit::renderRow(firstColumns(table.rows[index], maxColumns), row);
+    WorkspaceCardToolkit::renderRow(table.rows[index].first(maxColumns), row);
     chunks.addNumbered("Row ", index + 1, row);
   }
 }

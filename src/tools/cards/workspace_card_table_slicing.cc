@@ -46,13 +46,13 @@ const std::vector<std::vector<std::string_view>>& autoColumnGroups() {
 
 size_t totalColumnCount(const WorkspaceTablePayload& table) {
   size_t total = table.columns.size();
-  for (const auto& row : table.rows) total = std::max(total, row.size());
+  for (TableRows::Row row : table.rows) total = std::max(total, row.size());
   return total;
 }
 
 std::string_view cellAt(const WorkspaceTablePayload& table, size_t row, size_t column) {
-  const auto& cells = table.rows[row];
-  return column < cells.size() ? std::string_view(cells[column]) : std::string_view();
+  const TableRows::Row cells = table.rows[row];
+  return column < cells.size() ? cells[column] : std::string_view();
 }
 
 std::string columnTitle(const WorkspaceTablePayload& table, size_t column) {

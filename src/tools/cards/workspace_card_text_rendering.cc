@@ -53,7 +53,7 @@ void writeLink(LineWriter& out, const WorkspaceLinkPayload& link) {
 void writeTable(LineWriter& out, const WorkspaceTablePayload& table) {
   out.line("Columns: " + WorkspaceCardToolkit::renderRow(table.columns));
   out.line("Rows:");
-  for (const auto& row : table.rows) out.line(WorkspaceCardToolkit::renderRow(row));
+  for (TableRows::Row row : table.rows) out.line(WorkspaceCardToolkit::renderRow(row));
 }
 
 void writeFolder(LineWriter& out, const WorkspaceCard& card, const WorkspaceFolderPayload& folder,
@@ -100,23 +100,6 @@ void writeHTML(LineWriter& out, const WorkspaceHTMLPayload& html) {
 
 }  // namespace
 
-std::string WorkspaceCardToolkit::renderRow(std::span<const std::string> cells) {
-  std::string row;
-  renderRow(cells, row);
-  return row;
-}
-
-void WorkspaceCardToolkit::renderRow(std::span<const std::string> cells, std::string& row) {
-  size_t length = 0;
-  for (const std::string& cell : cells) length += cell.size() + 3;
-  row.clear();
-  row.reserve(length);
-  for (size_t i = 0; i < cells.size(); ++i) {
-    if (i > 0) row += " | ";
-    row += cells[i];
-  }
-}
-
 std::string WorkspaceCardToolkit::summaryText(const WorkspaceCard& card) {
   if (auto summary = nonEmptySummary(card)) return *summary;
   const auto& value = card.payload.value;
@@ -137,7 +120,7 @@ std::string WorkspaceCardToolkit::summaryText(const WorkspaceCard& card) {
   }
   if (const auto* table = std::get_if<WorkspaceTablePayload>(&value)) {
     size_t columns = table->columns.size();
-    for (const auto& row : table->rows) columns = std::max(columns, row.size());
+    for (TableRows::Row row : table->rows) columns = std::max(columns, row.size());
     return "Table with " + std::to_string(table->rows.size()) + " rows and " +
            std::to_string(columns) + " columns.";
   }

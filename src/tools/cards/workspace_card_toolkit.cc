@@ -161,9 +161,9 @@ bool WorkspaceCardToolkit::matchesQuery(std::string_view value, std::string_view
   return false;
 }
 
-bool WorkspaceCardToolkit::matchesFilter(const std::vector<std::string>& row, size_t columnIndex,
+bool WorkspaceCardToolkit::matchesFilter(TableRows::Row row, size_t columnIndex,
                                          const WorkspaceCardTableRowFilter& filter) {
-  std::string_view value = columnIndex < row.size() ? std::string_view(row[columnIndex]) : "";
+  std::string_view value = columnIndex < row.size() ? row[columnIndex] : "";
   return matchesQuery(value, filter.match, filter.mode, filter.caseSensitive);
 }
 

@@ -83,9 +83,27 @@ class WorkspaceCardToolkit {
   // folders list their children with their summaries.
   static std::string contextText(const WorkspaceCard& card, const WorkspaceCardContext& context);
 
-  // Cells joined with " | ". The second form writes the row into `row`, replacing what it held.
-  static std::string renderRow(std::span<const std::string> cells);
-  static void renderRow(std::span<const std::string> cells, std::string& row);
+  // Cells joined with " | ", from any range of string-like cells (a list of strings, a table
+  // row). The second form writes the row into `row`, replacing what it held.
+  template <class Cells>
+  static std::string renderRow(const Cells& cells) {
+    std::string row;
+    renderRow(cells, row);
+    return row;
+  }
+  template <class Cells>
+  static void renderRow(const Cells& cells, std::string& row) {
+    size_t length = 0;
+    for (std::string_view cell : cells) length += cell.size() + 3;
+    row.clear();
+    row.reserve(length);
+    bool first = true;
+    for (std::string_view cell : cells) {
+      if (!first) row += " | ";
+      row += cell;
+      first = false;
+    }
+  }
 
   // The 1-based inclusive range of `range` within 1...total, at most maxCount long (when maxCount
   // is at least 1). A range whose start is above 1 and whose end is below 1 reads as the first
@@ -132,7 +150,7 @@ class WorkspaceCardToolkit {
                            std::optional<bool> caseSensitive);
 
   // matchesQuery on the row's cell in `columnIndex` (0-based; a missing cell is empty).
-  static bool matchesFilter(const std::vector<std::string>& row, size_t columnIndex,
+  static bool matchesFilter(TableRows::Row row, size_t columnIndex,
                             const WorkspaceCardTableRowFilter& filter);
 
   // For image cards whose url is a file under the project's "resources" folder, given as a file

@@ -8,8 +8,7 @@ namespace zorvik {
 WorkspaceTablePayload WorkspaceTablePayload::decode(const ValueDecoder& decoder) {
   auto object = decoder.object();
   return {object.optional<std::string>("summary"),
-          object.required<std::vector<std::string>>("columns"),
-          object.required<std::vector<std::vector<std::string>>>("rows"),
+          object.required<std::vector<std::string>>("columns"), object.required<TableRows>("rows"),
           object.required<bool>("showsRowHeaders")};
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "foundation/json/any_codable_value.h"
+#include "workspace_store/card_model/table_rows.h"
 
 namespace zorvik {
 
@@ -15,7 +16,7 @@ class ValueDecoder;
 struct WorkspaceTablePayload {
   std::optional<std::string> summary;
   std::vector<std::string> columns;
-  std::vector<std::vector<std::string>> rows;
+  TableRows rows;
   bool showsRowHeaders = false;
 
   static WorkspaceTablePayload decode(const ValueDecoder& decoder);

@@ -1,0 +1,145 @@
+// TableRows: the body rows of a table card, each a list of text cells. All cells live in one text
+// buffer with their boundaries beside it, so a table of any size costs three allocations rather
+// than one per row and per long cell.
+//
+// A value type. Rows and cells are read through views (`Row`, std::string_view) that stay valid
+// while the TableRows lives and is not changed. Rows may differ in length. The JSON form is an
+// array of arrays of strings. A table holds at most 4 GiB of cell text and 2^32 - 1 cells;
+// appending beyond that throws std::length_error.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/json/any_codable_value.h"
+
+namespace zorvik {
+
+class ValueDecoder;
+
+class TableRows {
+ public:
+  // A view of one row's cells.
+  class Row {
+   public:
+    size_t size() const { return count_; }
+    bool empty() const { return count_ == 0; }
+    std::string_view operator[](size_t column) const;
+    // The first `count` cells (all of them when the row is shorter).
+    Row first(size_t count) const;
+    std::vector<std::string> toStrings() const;
+
+    class Iterator;
+    Iterator begin() const;
+    Iterator end() const;
+
+   private:
+    friend class TableRows;
+    Row(const TableRows& rows, size_t firstCell, size_t count)
+        : rows_(&rows), firstCell_(firstCell), count_(count) {}
+
+    const TableRows* rows_;
+    size_t firstCell_;
+    size_t count_;
+  };
+
+  class Iterator;
+
+  TableRows() = default;
+  TableRows(std::initializer_list<std::vector<std::string>> rows);
+  TableRows(const std::vector<std::vector<std::string>>& rows);  // NOLINT: converts implicitly
+
+  size_t size() const { return rowEnds_.size(); }
+  bool empty() const { return rowEnds_.empty(); }
+  Row operator[](size_t index) const;
+  Iterator begin() const;
+  Iterator end() const;
+
+  // Room for `rows` rows, `cells` cells and `textBytes` bytes of cell text in all.
+  void reserve(size_t rows, size_t cells, size_t textBytes);
+  // Appends one row; `cells` is any sized range of string-like values.
+  template <class Cells>
+  void appendRow(const Cells& cells) {
+    for (const auto& cell : cells) appendCell(cell);
+    endRow();
+  }
+
+  // Decodes an array of arrays of strings, failing as a vector of vectors of strings would, under
+  // that type's name.
+  static constexpr std::string_view kCodingTypeName = "Array<Array<String>>";
+  static TableRows decode(const ValueDecoder& decoder);
+  AnyCodableValue encode() const;
+  bool operator==(const TableRows&) const = default;
+
+ private:
+  void appendCell(std::string_view text);
+  void endRow();
+  std::string_view cell(size_t index) const;
+
+  std::string text_;
+  std::vector<uint32_t> cellEnds_;  // the end offset in text_ of each cell
+  std::vector<uint32_t> rowEnds_;   // the end index in cellEnds_ of each row
+};
+
+class TableRows::Row::Iterator {
+ public:
+  using value_type = std::string_view;
+  using difference_type = std::ptrdiff_t;
+
+  Iterator() = default;
+  Iterator(const TableRows* rows, size_t cell) : rows_(rows), cell_(cell) {}
+  std::string_view operator*() const { return rows_->cell(cell_); }
+  Iterator& operator++() {
+    ++cell_;
+    return *this;
+  }
+  Iterator operator++(int) {
+    Iterator previous = *this;
+    ++cell_;
+    return previous;
+  }
+  bool operator==(const Iterator& other) const { return cell_ == other.cell_; }
+
+ private:
+  const TableRows* rows_ = nullptr;
+  size_t cell_ = 0;  // the index among all cells of the table
+};
+
+class TableRows::Iterator {
+ public:
+  using value_type = Row;
+  using difference_type = std::ptrdiff_t;
+
+  Iterator() = default;
+  Iterator(const TableRows* rows, size_t index) : rows_(rows), index_(index) {}
+  Row operator*() const { return (*rows_)[index_]; }
+  Iterator& operator++() {
+    ++index_;
+    return *this;
+  }
+  Iterator operator++(int) {
+    Iterator previous = *this;
+    ++index_;
+    return previous;
+  }
+  bool operator==(const Iterator& other) const { return index_ == other.index_; }
+
+ private:
+  const TableRows* rows_ = nullptr;
+  size_t index_ = 0;
+};
+
+inline TableRows::Row::Iterator TableRows::Row::begin() const {
+  return Iterator(rows_, firstCell_);
+}
+inline TableRows::Row::Iterator TableRows::Row::end() const {
+  return Iterator(rows_, firstCell_ + count_);
+}
+inline TableRows::Iterator TableRows::begin() const { return Iterator(this, 0); }
+inline TableRows::Iterator TableRows::end() const { return Iterator(this, size()); }
+
+}  // namespace zorvik
