@@ -28,10 +28,6 @@ const uint8_t* bytesOf(std::string_view text) {
 }
 
 // Pure ASCII without CR LF: every byte is its own grapheme cluster.
-bool isSingleByteClusters(std::string_view text) {
-  return isASCII(text) && text.find("\r\n") == std::string_view::npos;
-}
-
 icu::BreakIterator* characterIterator() {
   // Creating a break iterator loads rules; keep one per thread.
   thread_local std::unique_ptr<icu::BreakIterator> iterator = [] {
@@ -48,9 +44,20 @@ struct CharacterWalk {
   size_t offset = 0;      // byte offset just past them
 };
 
-// The grapheme-cluster-break class of a code point; ASCII is answered without a table lookup.
+// Whether the code point is in a block of common letters whose break class is Other throughout:
+// Latin-1 and the Latin extensions (the soft hyphen aside), kana, and the CJK ideographs.
+bool isCommonLetterOfClassOther(UChar32 c) {
+  return (c >= 0xA0 && c < 0x300 && c != 0xAD) || (c >= 0x3041 && c <= 0x3096) ||
+         (c >= 0x30A0 && c <= 0x30FF) || (c >= 0x4E00 && c <= 0x9FFF);
+}
+
+// The grapheme-cluster-break class of a code point; ASCII and common letters are answered
+// without a table lookup.
 int32_t clusterBreakClass(UChar32 c) {
-  if (c >= 0x80) return u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK);
+  if (c >= 0x80) {
+    return isCommonLetterOfClassOther(c) ? U_GCB_OTHER
+                                         : u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK);
+  }
   if (c == '\r') return U_GCB_CR;
   if (c == '\n') return U_GCB_LF;
   return c < 0x20 || c == 0x7f ? U_GCB_CONTROL : U_GCB_OTHER;
@@ -87,15 +94,28 @@ size_t selfContainedCharacterLength(std::string_view text, size_t offset) {
 // Advances over at most `limit` characters from the start of the text. Characters that settle
 // themselves are walked directly; ICU finds the boundaries around everything else.
 CharacterWalk walkCharacters(std::string_view text, size_t limit) {
-  if (isSingleByteClusters(text)) {
-    size_t n = std::min(limit, text.size());
-    return {n, n};
-  }
   CharacterWalk walk;
   icu::BreakIterator* iterator = nullptr;
   UText utext = UTEXT_INITIALIZER;
   bool segmenting = false;
   while (walk.characters < limit && walk.offset < text.size()) {
+    // In a run of ASCII bytes other than CR every byte but the last is a character of its own:
+    // only CR joins what follows it, and only bytes beyond ASCII join what precedes them.
+    // The run is looked at no further than one byte past the characters still wanted.
+    const size_t wanted = limit - walk.characters;
+    const size_t scanEnd =
+        text.size() - walk.offset > wanted ? walk.offset + wanted + 1 : text.size();
+    size_t runEnd = walk.offset;
+    while (runEnd < scanEnd && static_cast<unsigned char>(text[runEnd]) < 0x80 &&
+           text[runEnd] != '\r') {
+      ++runEnd;
+    }
+    if (runEnd - walk.offset > 1) {
+      const size_t step = std::min(runEnd - walk.offset - 1, wanted);
+      walk.offset += step;
+      walk.characters += step;
+      continue;
+    }
     if (const size_t length = selfContainedCharacterLength(text, walk.offset)) {
       walk.offset += length;
       ++walk.characters;
@@ -197,6 +217,8 @@ namespace {
 // holds at least one code point, so a false answer settles the character count too.
 bool hasMoreCodePointsThan(std::string_view text, size_t limit) {
   if (text.size() <= limit) return false;
+  // A code point, or an ill-formed sequence read as one, takes at most four bytes.
+  if (text.size() / 4 > limit) return true;
   size_t codePoints = 0;
   size_t offset = 0;
   while (offset < text.size() && codePoints <= limit) {

@@ -1,7 +1,7 @@
 // Unicode text helpers over UTF-8 strings.
 //
-// "Characters" are user-perceived characters (extended grapheme clusters); pure-ASCII text without
-// a CR LF pair takes a fast path where one byte is one character. Cuts never split a UTF-8 sequence
+// "Characters" are user-perceived characters (extended grapheme clusters); runs of ASCII without
+// CR take a fast path where one byte is one character. Cuts never split a UTF-8 sequence
 // or a cluster. Ill-formed UTF-8 is tolerated: each ill-formed sequence counts as one U+FFFD and is
 // replaced by U+FFFD wherever text is converted. All functions are thread-safe.
 #pragma once

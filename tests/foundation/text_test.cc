@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
+#include <unicode/utf8.h>
 
 #include <random>
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace zorvik {
@@ -160,6 +162,25 @@ size_t referenceCharacterCount(const std::string& text) {
   for (iterator->first(); iterator->next() != icu::BreakIterator::DONE;) ++count;
   utext_close(&utext);
   return count;
+}
+
+// Every code point of the blocks whose class is settled without ICU, and of their neighbours,
+// alone and before a combining mark, a joiner and a spacing mark.
+TEST(TextTest, CharacterWalksAgreeWithPlainSegmentationOnCommonLetters) {
+  for (const auto& [first, last] :
+       {std::pair{0x80, 0x36F}, std::pair{0x3000, 0x3100}, std::pair{0x4DF0, 0xA00F}}) {
+    for (const char* follower : {"a", "\xCC\x81", "\xE2\x80\x8D", "\xE0\xA4\xBE"}) {
+      std::string text;
+      for (UChar32 c = first; c <= last; ++c) {
+        uint8_t buffer[U8_MAX_LENGTH];
+        size_t length = 0;
+        U8_APPEND_UNSAFE(buffer, length, c);
+        text.append(reinterpret_cast<const char*>(buffer), length);
+        text += follower;
+      }
+      ASSERT_EQ(characterCount(text), referenceCharacterCount(text)) << std::hex << first;
+    }
+  }
 }
 
 TEST(TextTest, CharacterWalksAgreeWithPlainSegmentationOnMixedText) {
