@@ -71,7 +71,7 @@ int64_t countMatches(const WorkspaceCard& card, const GrepChunkMatcher& matcher,
                      size_t maxPerChunk) {
   int64_t count = 0;
   forEachSearchChunk(card, {}, [&](std::string_view, std::string_view text) {
-    if (!text.empty()) count += static_cast<int64_t>(matcher.find(text, maxPerChunk).size());
+    if (!text.empty()) count += static_cast<int64_t>(matcher.count(text, maxPerChunk));
   });
   return count;
 }

@@ -9,6 +9,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <stdexcept>
 
@@ -59,16 +60,21 @@ FoldedText foldCase(std::u16string_view source) {
   return folded;
 }
 
-// The characters beyond ASCII whose full case folding holds an ASCII unit. When ICU cannot say,
-// every character beyond ASCII is taken to be one, which turns the byte search off. Built once,
-// frozen (safe to read from any thread) and never destroyed.
-const icu::UnicodeSet& foldsIntoASCII() {
-  static const icu::UnicodeSet* const set = [] {
-    auto* result = new icu::UnicodeSet();
+// The characters beyond ASCII whose full case folding holds an ASCII unit, and the largest of
+// them. When ICU cannot say, every character beyond ASCII is taken to be one, which turns the
+// byte search off. Built once, frozen (safe to read from any thread) and never destroyed.
+struct FoldsIntoASCII {
+  icu::UnicodeSet set;
+  std::array<bool, 256> leadsOne{};  // the first UTF-8 bytes of the set's characters
+};
+
+const FoldsIntoASCII& foldsIntoASCII() {
+  static const FoldsIntoASCII* const characters = [] {
+    auto* result = new FoldsIntoASCII();
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeSet changing(icu::UnicodeString(u"[:Changes_When_Casefolded:]"), status);
     if (U_FAILURE(status)) {
-      result->add(0x80, 0x10FFFF);
+      result->set.add(0x80, 0x10FFFF);
     } else {
       for (int32_t range = 0; range < changing.getRangeCount(); ++range) {
         for (UChar32 c = std::max<UChar32>(changing.getRangeStart(range), 0x80);
@@ -83,27 +89,35 @@ const icu::UnicodeSet& foldsIntoASCII() {
           const bool holdsASCII =
               U_FAILURE(foldStatus) || std::any_of(folded, folded + std::min(foldedLength, 8),
                                                    [](UChar u) { return u < 0x80; });
-          if (holdsASCII) result->add(c);
+          if (holdsASCII) result->set.add(c);
         }
       }
     }
-    result->freeze();
+    result->set.freeze();
+    for (int32_t range = 0; range < result->set.getRangeCount(); ++range) {
+      for (UChar32 c = result->set.getRangeStart(range); c <= result->set.getRangeEnd(range); ++c) {
+        uint8_t bytes[U8_MAX_LENGTH];
+        int32_t length = 0;
+        U8_APPEND_UNSAFE(bytes, length, c);
+        result->leadsOne[bytes[0]] = true;
+      }
+    }
+    // Ill-formed bytes read as U+FFFD, which folds to itself.
     return result;
   }();
-  return *set;
+  return *characters;
 }
 
+// Only a byte that can start one of those characters is decoded; the rest are passed over.
 bool holdsCharacterFoldingIntoASCII(std::string_view text) {
-  const icu::UnicodeSet& special = foldsIntoASCII();
-  size_t offset = 0;
-  while (offset < text.size()) {
-    if (static_cast<unsigned char>(text[offset]) < 0x80) {
-      ++offset;
-      continue;
-    }
+  const FoldsIntoASCII& special = foldsIntoASCII();
+  const auto* bytes = reinterpret_cast<const uint8_t*>(text.data());
+  for (size_t offset = 0; offset < text.size(); ++offset) {
+    if (!special.leadsOne[bytes[offset]]) continue;
+    size_t next = offset;
     UChar32 c;
-    U8_NEXT_OR_FFFD(reinterpret_cast<const uint8_t*>(text.data()), offset, text.size(), c);
-    if (special.contains(c)) return true;
+    U8_NEXT_OR_FFFD(bytes, next, text.size(), c);
+    if (special.set.contains(c)) return true;
   }
   return false;
 }
@@ -112,24 +126,7 @@ bool allASCII(std::u16string_view text) {
   return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
 }
 
-// Where `query` (ASCII, lower-case letters) starts in `text` at or after `from`, comparing ASCII
-// letters without case; npos when nowhere.
-size_t findIgnoringASCIICase(std::string_view text, std::string_view query, size_t from) {
-  if (query.size() > text.size()) return std::string_view::npos;
-  const auto lower = [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  };
-  const char first = query.front();
-  const char firstUpper =
-      first >= 'a' && first <= 'z' ? static_cast<char>(first - 'a' + 'A') : first;
-  for (size_t at = from; at + query.size() <= text.size(); ++at) {
-    if (text[at] != first && text[at] != firstUpper) continue;
-    size_t i = 1;
-    while (i < query.size() && lower(text[at + i]) == query[i]) ++i;
-    if (i == query.size()) return at;
-  }
-  return std::string_view::npos;
-}
+char asciiLowercase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 // Backslash before every ASCII character that is not a letter, digit or white space: ICU reads
 // such a pair as the literal character.
@@ -156,7 +153,19 @@ GrepChunkMatcher::GrepChunkMatcher(GrepMode mode, const std::string& query, bool
     } else {
       searchQuery16_ = foldCase(toUTF16(query_)).text;
       byteSearchPossible_ = !searchQuery16_.empty() && allASCII(searchQuery16_);
-      if (byteSearchPossible_) byteQuery_ = toUTF8(searchQuery16_);
+      if (byteSearchPossible_) {
+        byteQuery_ = toUTF8(searchQuery16_);
+        // Each byte's shift is its distance from the query's end, in either case; bytes not in
+        // the query (but as its last) move the window by the whole query.
+        const size_t length = byteQuery_.size();
+        foldedShifts_.fill(length);
+        for (size_t i = 0; i + 1 < length; ++i) {
+          const char c = byteQuery_[i];
+          const char upper = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+          foldedShifts_[static_cast<unsigned char>(c)] = length - 1 - i;
+          foldedShifts_[static_cast<unsigned char>(upper)] = length - 1 - i;
+        }
+      }
     }
   }
   if (mode_ == GrepMode::equals) {
@@ -184,7 +193,8 @@ GrepChunkMatcher::~GrepChunkMatcher() = default;
 std::vector<GrepMatchRange> GrepChunkMatcher::find(std::string_view text, size_t limit) const {
   switch (mode_) {
     case GrepMode::contains:
-      return findContained(text, limit);
+      return searchesBytes(text) ? findContainedBytes(text, limit)
+                                 : findContainedFolded(text, limit);
     case GrepMode::equals:
       return findEqual(text);
     case GrepMode::word:
@@ -194,11 +204,31 @@ std::vector<GrepMatchRange> GrepChunkMatcher::find(std::string_view text, size_t
   return {};
 }
 
-std::vector<GrepMatchRange> GrepChunkMatcher::findContained(std::string_view text,
-                                                            size_t limit) const {
-  const bool bytesAgree = searchBytes_ && byteSearchPossible_ &&
-                          (caseSensitive_ || !holdsCharacterFoldingIntoASCII(text));
-  return bytesAgree ? findContainedBytes(text, limit) : findContainedFolded(text, limit);
+size_t GrepChunkMatcher::count(std::string_view text, size_t limit) const {
+  if (mode_ != GrepMode::contains || !searchesBytes(text)) return find(text, limit).size();
+  size_t found = 0;
+  forEachByteMatch(text, limit, [&](size_t) { ++found; });
+  return found;
+}
+
+bool GrepChunkMatcher::searchesBytes(std::string_view text) const {
+  return searchBytes_ && byteSearchPossible_ &&
+         (caseSensitive_ || !holdsCharacterFoldingIntoASCII(text));
+}
+
+size_t GrepChunkMatcher::findBytes(std::string_view text, size_t from) const {
+  if (caseSensitive_) return text.find(byteQuery_, from);
+  // Horspool's search: the window moves by the shift of its last byte.
+  const size_t length = byteQuery_.size();
+  const char last = byteQuery_.back();
+  for (size_t at = from; length <= text.size() && at <= text.size() - length;
+       at += foldedShifts_[static_cast<unsigned char>(text[at + length - 1])]) {
+    if (asciiLowercase(text[at + length - 1]) != last) continue;
+    size_t i = 0;
+    while (i + 1 < length && asciiLowercase(text[at + i]) == byteQuery_[i]) ++i;
+    if (i + 1 == length) return at;
+  }
+  return std::string_view::npos;
 }
 
 std::vector<GrepMatchRange> GrepChunkMatcher::findContainedBytes(std::string_view text,
@@ -214,16 +244,10 @@ std::vector<GrepMatchRange> GrepChunkMatcher::findContainedBytes(std::string_vie
     countedBytes = byteOffset;
     return countedUnits;
   };
-  size_t from = 0;
-  while (ranges.size() < limit) {
-    const size_t at = caseSensitive_ ? text.find(byteQuery_, from)
-                                     : findIgnoringASCIICase(text, byteQuery_, from);
-    if (at == std::string_view::npos) break;
+  forEachByteMatch(text, limit, [&](size_t at) {
     const int32_t start = unitsUpTo(at);
-    const int32_t end = unitsUpTo(at + byteQuery_.size());
-    ranges.push_back({start, end});
-    from = at + byteQuery_.size();
-  }
+    ranges.push_back({start, unitsUpTo(at + byteQuery_.size())});
+  });
   return ranges;
 }
 

@@ -12,6 +12,7 @@
 // Built once per call; find() is const and may run on several threads at once.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -48,9 +49,27 @@ class GrepChunkMatcher {
 
   // At most `limit` ranges of `text` (valid UTF-8).
   std::vector<GrepMatchRange> find(std::string_view text, size_t limit) const;
+  // find(text, limit).size(), without working out where the matches are when it need not.
+  size_t count(std::string_view text, size_t limit) const;
 
  private:
-  std::vector<GrepMatchRange> findContained(std::string_view text, size_t limit) const;
+  // Whether a contains-search of `text` runs on its bytes.
+  bool searchesBytes(std::string_view text) const;
+  // Where byteQuery_ next occurs at or after `from`, comparing ASCII letters without case unless
+  // the search is case-sensitive; npos when nowhere.
+  size_t findBytes(std::string_view text, size_t from) const;
+  // Calls `onMatch` with the byte offset of each of the first `limit` byte-search matches, each
+  // searched for from the end of the one before.
+  template <class OnMatch>
+  void forEachByteMatch(std::string_view text, size_t limit, const OnMatch& onMatch) const {
+    size_t from = 0;
+    for (size_t found = 0; found < limit; ++found) {
+      const size_t at = findBytes(text, from);
+      if (at == std::string_view::npos) return;
+      onMatch(at);
+      from = at + byteQuery_.size();
+    }
+  }
   std::vector<GrepMatchRange> findContainedBytes(std::string_view text, size_t limit) const;
   std::vector<GrepMatchRange> findContainedFolded(std::string_view text, size_t limit) const;
   std::vector<GrepMatchRange> findEqual(std::string_view text) const;
@@ -62,6 +81,7 @@ class GrepChunkMatcher {
   std::string query_;             // as given
   std::u16string searchQuery16_;  // contains: the query in UTF-16, case-folded unless sensitive
   std::string byteQuery_;         // the query for a byte search: as given, or folded when ASCII
+  std::array<size_t, 256> foldedShifts_{};  // the case-insensitive byte search's window moves
   bool byteSearchPossible_ = false;
   std::string equalsQuery_;  // equals: trimmed, lower-cased unless case-sensitive
   std::unique_ptr<icu::RegexPattern> pattern_;

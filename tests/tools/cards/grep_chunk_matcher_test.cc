@@ -26,9 +26,21 @@ std::vector<std::string> pieces() {
 
 TEST(GrepChunkMatcherTest, ByteSearchFindsWhatTheFoldedSearchFinds) {
   const std::vector<std::string> parts = pieces();
-  const std::vector<std::string> queries = {
-      "subsidy", "SUBSIDY",  "s",         "ss",       "k",    "fi",           "si",
-      "i",       "\xC3\xA9", "\xC3\x89t", "\xC5\xBF", "Sub ", "\xE3\x83\x87s"};
+  const std::vector<std::string> queries = {"subsidy",
+                                            "SUBSIDY",
+                                            "s",
+                                            "ss",
+                                            "k",
+                                            "fi",
+                                            "si",
+                                            "i",
+                                            "\xC3\xA9",
+                                            "\xC3\x89t",
+                                            "\xC5\xBF",
+                                            "Sub ",
+                                            "\xE3\x83\x87s",
+                                            "sss",
+                                            "subSub"};
   std::mt19937 random(11);
   for (const std::string& query : queries) {
     for (const bool caseSensitive : {false, true}) {
@@ -41,8 +53,10 @@ TEST(GrepChunkMatcherTest, ByteSearchFindsWhatTheFoldedSearchFinds) {
           text += parts[std::uniform_int_distribution<size_t>(0, parts.size() - 1)(random)];
         }
         for (const size_t limit : {size_t{1}, size_t{3}, size_t{100}}) {
-          ASSERT_EQ(fast.find(text, limit), reference.find(text, limit))
+          const std::vector<GrepMatchRange> expected = reference.find(text, limit);
+          ASSERT_EQ(fast.find(text, limit), expected)
               << "query " << query << (caseSensitive ? " (case-sensitive)" : "") << " in " << text;
+          ASSERT_EQ(fast.count(text, limit), expected.size()) << query << " in " << text;
         }
       }
     }
