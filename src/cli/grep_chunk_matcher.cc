@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstring>
 #include <stdexcept>
 
 #include "foundation/text.h"
@@ -113,6 +114,14 @@ bool holdsCharacterFoldingIntoASCII(std::string_view text) {
   const FoldsIntoASCII& special = foldsIntoASCII();
   const auto* bytes = reinterpret_cast<const uint8_t*>(text.data());
   for (size_t offset = 0; offset < text.size(); ++offset) {
+    // Eight ASCII bytes at a time.
+    while (offset + sizeof(uint64_t) <= text.size()) {
+      uint64_t word;
+      std::memcpy(&word, bytes + offset, sizeof word);
+      if ((word & 0x8080808080808080) != 0) break;
+      offset += sizeof word;
+    }
+    if (offset == text.size()) break;
     if (!special.leadsOne[bytes[offset]]) continue;
     size_t next = offset;
     UChar32 c;

@@ -44,6 +44,12 @@ struct CharacterWalk {
   size_t offset = 0;      // byte offset just past them
 };
 
+// Unicode White_Space; nothing above U+3000 (the ideographic space) has the property.
+bool isWhiteSpace(UChar32 c) {
+  if (c < 0x80) return c == ' ' || (c >= '\t' && c <= '\r');
+  return c <= 0x3000 && u_isUWhiteSpace(c);
+}
+
 // Whether the code point is in a block of common letters whose break class is Other throughout:
 // Latin-1 and the Latin extensions (the soft hyphen aside), kana, and the CJK ideographs.
 bool isCommonLetterOfClassOther(UChar32 c) {
@@ -172,7 +178,7 @@ std::string_view trimmedView(std::string_view text) {
     size_t next = start;
     UChar32 c;
     U8_NEXT(bytes, next, text.size(), c);
-    if (c < 0 || !u_isUWhiteSpace(c)) break;
+    if (c < 0 || !isWhiteSpace(c)) break;
     start = next;
   }
   size_t end = text.size();
@@ -185,7 +191,7 @@ std::string_view trimmedView(std::string_view text) {
     size_t next = previous;
     UChar32 c;
     U8_NEXT(bytes, next, end, c);
-    if (c < 0 || next != end || !u_isUWhiteSpace(c)) break;
+    if (c < 0 || next != end || !isWhiteSpace(c)) break;
     end = previous;
   }
   return text.substr(start, end - start);

@@ -8,10 +8,6 @@
 
 namespace zorvik {
 
-std::string_view TableRows::Row::operator[](size_t column) const {
-  return rows_->cell(firstCell_ + column);
-}
-
 TableRows::Row TableRows::Row::first(size_t count) const {
   return Row(*rows_, firstCell_, std::min(count, count_));
 }
@@ -26,11 +22,6 @@ TableRows::TableRows(std::initializer_list<std::vector<std::string>> rows) {
 
 TableRows::TableRows(const std::vector<std::vector<std::string>>& rows) {
   for (const std::vector<std::string>& row : rows) appendRow(row);
-}
-
-TableRows::Row TableRows::operator[](size_t index) const {
-  const size_t firstCell = index == 0 ? 0 : rowEnds_[index - 1];
-  return Row(*this, firstCell, rowEnds_[index] - firstCell);
 }
 
 void TableRows::reserve(size_t rows, size_t cells, size_t textBytes) {
@@ -49,11 +40,6 @@ void TableRows::appendCell(std::string_view text) {
 }
 
 void TableRows::endRow() { rowEnds_.push_back(static_cast<uint32_t>(cellEnds_.size())); }
-
-std::string_view TableRows::cell(size_t index) const {
-  const size_t start = index == 0 ? 0 : cellEnds_[index - 1];
-  return std::string_view(text_).substr(start, cellEnds_[index] - start);
-}
 
 TableRows TableRows::decode(const ValueDecoder& decoder) {
   const AnyCodableValue::Array& rows = decoder.array();

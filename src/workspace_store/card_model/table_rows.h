@@ -133,6 +133,20 @@ class TableRows::Iterator {
   size_t index_ = 0;
 };
 
+inline std::string_view TableRows::cell(size_t index) const {
+  const size_t start = index == 0 ? 0 : cellEnds_[index - 1];
+  return std::string_view(text_).substr(start, cellEnds_[index] - start);
+}
+
+inline std::string_view TableRows::Row::operator[](size_t column) const {
+  return rows_->cell(firstCell_ + column);
+}
+
+inline TableRows::Row TableRows::operator[](size_t index) const {
+  const size_t firstCell = index == 0 ? 0 : rowEnds_[index - 1];
+  return Row(*this, firstCell, rowEnds_[index] - firstCell);
+}
+
 inline TableRows::Row::Iterator TableRows::Row::begin() const {
   return Iterator(rows_, firstCell_);
 }
