@@ -12,6 +12,7 @@
 #include "foundation/iso8601_date.h"
 #include "foundation/json/any_codable_value.h"
 #include "foundation/uuid.h"
+#include "workspace_store/card_model/table_rows.h"
 #include "workspace_store/frame.h"
 #include "workspace_store/group_stack.h"
 #include "workspace_store/snap_constraints.h"
@@ -34,6 +35,10 @@ struct CardRecord {
   std::optional<SnapConstraints> snapConstraints;
   AnyCodableValue payload;  // the resolved runtime payload
   std::vector<GroupStack> groupStacks;
+  // Only from loads that ask for table rows apart (WorkspaceProjectSnapshotStore::LoadOptions::
+  // tableRowsApart): a table card's body rows, read straight from its CSV file, while the
+  // payload's `rows` is an empty array. Not part of the JSON form.
+  std::optional<TableRows> tableRows;
 
   // The path of a card that lives wholly in the workspace document:
   // ".zorvik/workspace.json#" followed by the upper-case UUID.

@@ -31,6 +31,7 @@ struct ResolvedEntry {
   AnyCodableValue payload;
   int fileCount = 0;
   std::vector<std::string> fingerprintComponents;
+  std::optional<TableRows> tableRows;  // a table's body rows, when they are kept apart
 };
 
 // The last component of a relative path.
@@ -99,10 +100,34 @@ struct TableRowsSink {
   }
 };
 
+// The same rows, kept apart from the payload in one TableRows buffer.
+struct TableRowsApartSink {
+  AnyCodableValue::Array columns;
+  TableRows rows;
+  size_t expectedRows = 0;
+  bool readingHeader = true;
+
+  void cell(std::string_view text) {
+    if (readingHeader) {
+      columns.emplace_back(text);
+    } else {
+      rows.appendCell(text);
+    }
+  }
+  void endRow() {
+    if (readingHeader) {
+      readingHeader = false;
+      return;
+    }
+    while (rows.openRowSize() < columns.size()) rows.appendCell("");
+    rows.endRow();
+  }
+};
+
 class EntryResolver {
  public:
-  EntryResolver(const ProjectFileAccess& files, bool fingerprint)
-      : files_(files), fingerprint_(fingerprint) {}
+  EntryResolver(const ProjectFileAccess& files, bool fingerprint, bool tableRowsApart)
+      : files_(files), fingerprint_(fingerprint), tableRowsApart_(tableRowsApart) {}
 
   // Consumes the entry's payload.
   ResolvedEntry resolve(FilesystemWorkspaceEntry& entry) const {
@@ -183,6 +208,30 @@ class EntryResolver {
 
   ResolvedEntry table(FilesystemWorkspaceEntry& entry, const std::string& path,
                       const std::string& bytes) const {
+    if (!isValidUTF8(bytes)) {
+      throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
+    }
+    return tableRowsApart_ ? tableApart(entry, path, bytes) : tableInPayload(entry, path, bytes);
+  }
+
+  ResolvedEntry tableApart(FilesystemWorkspaceEntry& entry, const std::string& path,
+                           const std::string& bytes) const {
+    TableRowsApartSink sink;
+    // The text of the cells is at most the file's; rows are counted from its lines.
+    sink.rows.reserve(static_cast<size_t>(std::count(bytes.begin(), bytes.end(), '\n')) + 1, 0,
+                      bytes.size());
+    if (readCSV(bytes, sink)) {
+      throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
+    }
+    std::vector<JSONObject::Entry> fields;
+    fields.emplace_back("columns", std::move(sink.columns));
+    fields.emplace_back("rows", AnyCodableValue::Array());
+    AnyCodableValue payload = overlay(std::move(entry.payload), "table", std::move(fields));
+    return {std::move(payload), 1, {fingerprintComponent(path, bytes)}, std::move(sink.rows)};
+  }
+
+  ResolvedEntry tableInPayload(FilesystemWorkspaceEntry& entry, const std::string& path,
+                               const std::string& bytes) const {
     TableRowsSink sink;
     // Tables are the bulk of a board: the row list is sized once from the line count after the
     // header (an upper bound), and the fields are built by moves (an initializer list would copy
@@ -190,7 +239,7 @@ class EntryResolver {
     const size_t lines = static_cast<size_t>(std::count(bytes.begin(), bytes.end(), '\n')) +
                          (bytes.empty() || bytes.back() == '\n' ? 0 : 1);
     sink.rows.reserve(lines > 0 ? lines - 1 : 0);
-    if (!isValidUTF8(bytes) || readCSV(bytes, sink)) {
+    if (readCSV(bytes, sink)) {
       throw WorkspaceProjectSnapshotError::decodeFailed(path, "Expected valid UTF-8 CSV content.");
     }
     sink.rows.shrink_to_fit();  // gives back what quoted line breaks over-counted
@@ -256,6 +305,7 @@ class EntryResolver {
 
   const ProjectFileAccess& files_;
   bool fingerprint_;
+  bool tableRowsApart_;
 };
 
 // The document of a folder without `.zorvik/workspace.json`: an empty board whose identity is the
@@ -299,6 +349,7 @@ void resolveOne(FilesystemWorkspaceEntry& entry, const EntryResolver& resolver, 
   try {
     ResolvedEntry resolved = resolver.resolve(entry);
     card = CardRecord::fromEntry(entry, std::move(resolved.payload));
+    card.tableRows = std::move(resolved.tableRows);
     outcome.fileCount = resolved.fileCount;
     outcome.fingerprintComponents = std::move(resolved.fingerprintComponents);
   } catch (const std::exception& error) {
@@ -356,8 +407,9 @@ WorkspaceProjectSnapshot WorkspaceProjectSnapshotStore::load(
   std::vector<CardRecord> cards(document.entries.size());
   std::vector<EntryOutcome> outcomes(document.entries.size());
   if (options.entriesFound) options.entriesFound(document.entries.size());
-  resolveEntries(document.entries, EntryResolver(files, options.fingerprint), options.cardResolved,
-                 cards, outcomes);
+  resolveEntries(document.entries,
+                 EntryResolver(files, options.fingerprint, options.tableRowsApart),
+                 options.cardResolved, cards, outcomes);
   document.entries = {};  // their payloads now live in the cards
 
   // Cards of failed entries are dropped by moving the later cards down, keeping entry order.

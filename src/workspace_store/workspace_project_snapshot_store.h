@@ -31,6 +31,10 @@ class WorkspaceProjectSnapshotStore {
     // emptied; the snapshot keeps what is left of it.
     std::function<void(size_t entryCount)> entriesFound;
     std::function<void(size_t entryIndex, CardRecord& card)> cardResolved;
+    // True hands a table card's body rows over in CardRecord::tableRows, parsed straight from the
+    // CSV into one buffer, and leaves the payload's `rows` empty: for readers that type the cards
+    // and would only copy the rows out of the payload again.
+    bool tableRowsApart = false;
   };
 
   WorkspaceProjectSnapshot load(const std::filesystem::path& projectURL, LoadOptions options) const;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "foundation/json/value_decoder.h"
 #include "foundation/sha256.h"
 #include "foundation/standardized_path.h"
 #include "support/temp_directory.h"
@@ -275,6 +276,47 @@ TEST_F(SnapshotStoreTest, LargeBoardsKeepEntryOrderAcrossWorkers) {
   ASSERT_EQ(taken.cards.size(), snapshot.cards.size());
   EXPECT_TRUE(taken.cards.back().payload.isNull());
   EXPECT_EQ(taken.loadDiagnostics, snapshot.loadDiagnostics);
+}
+
+// The rows of a table payload, which the test knows to be there.
+AnyCodableValue& rowsIn(AnyCodableValue& payload) {
+  return *payload.asObject()->find("table")->asObject()->find("rows");
+}
+
+TEST_F(SnapshotStoreTest, TableRowsApartAreTheRowsThePayloadWouldHold) {
+  // CR LF, doubled quotes, a line break inside quotes, short and long rows, a header alone, and
+  // rows that the workspace entry already names (the file wins).
+  project_.write("a.csv",
+                 "h1,h2,h3\r\n1,\"two, \"\"quoted\"\"\"\r\nx,y,z,extra\n\"multi\nline\",,\n");
+  project_.write("b.csv", "only,header");
+  project_.write("c.csv", "h\n\xFF\n");
+  const std::string given = R"({"type":"table","table":{"showsRowHeaders":true,"rows":[["old"]]}})";
+  writeBoard({entry(uuid(1), "table", "a.csv", given), entry(uuid(2), "table", "b.csv", given),
+              entry(uuid(3), "table", "c.csv", given)});
+  const WorkspaceProjectSnapshot whole = load();
+  const WorkspaceProjectSnapshot apart =
+      WorkspaceProjectSnapshotStore().load(project_.path(), {.tableRowsApart = true});
+  EXPECT_EQ(apart.loadDiagnostics, whole.loadDiagnostics);
+  ASSERT_EQ(whole.cards.size(), 2u);
+  ASSERT_EQ(apart.cards.size(), 2u);
+  for (size_t i = 0; i < whole.cards.size(); ++i) {
+    CardRecord expected = whole.cards[i];
+    ASSERT_TRUE(apart.cards[i].tableRows) << i;
+    EXPECT_EQ(*apart.cards[i].tableRows, decodeValue<TableRows>(rowsIn(expected.payload))) << i;
+    rowsIn(expected.payload) = AnyCodableValue::Array();
+    expected.tableRows = apart.cards[i].tableRows;
+    EXPECT_EQ(apart.cards[i], expected) << i;
+  }
+  EXPECT_EQ(apart.cards[0].tableRows->size(), 3u);
+  EXPECT_EQ((*apart.cards[0].tableRows)[1].size(), 4u);
+
+  // The command-line loader, which takes the rows apart, types the same cards.
+  const auto board =
+      CLIWorkspaceCardsLoader::loadBoard(project_.path(), WorkspaceProjectSnapshotStore());
+  ASSERT_EQ(board.cards.size(), 2u);
+  for (size_t i = 0; i < board.cards.size(); ++i) {
+    EXPECT_EQ(board.cards[i].payload, decodeValue<WorkspaceCardPayload>(whole.cards[i].payload));
+  }
 }
 
 TEST_F(SnapshotStoreTest, AFolderWithoutDocumentIsAStableEmptyProject) {

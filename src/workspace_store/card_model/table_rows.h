@@ -61,12 +61,17 @@ class TableRows {
 
   // Room for `rows` rows, `cells` cells and `textBytes` bytes of cell text in all.
   void reserve(size_t rows, size_t cells, size_t textBytes);
-  // Appends one row; `cells` is any sized range of string-like values.
+  // Appends one row; `cells` is any range of string-like values.
   template <class Cells>
   void appendRow(const Cells& cells) {
     for (const auto& cell : cells) appendCell(cell);
     endRow();
   }
+  // Builds a row cell by cell: appendCell() adds to the row being built, endRow() closes it.
+  void appendCell(std::string_view text);
+  void endRow();
+  // The number of cells in the row being built.
+  size_t openRowSize() const { return cellEnds_.size() - (rowEnds_.empty() ? 0 : rowEnds_.back()); }
 
   // Decodes an array of arrays of strings, failing as a vector of vectors of strings would, under
   // that type's name.
@@ -76,8 +81,6 @@ class TableRows {
   bool operator==(const TableRows&) const = default;
 
  private:
-  void appendCell(std::string_view text);
-  void endRow();
   std::string_view cell(size_t index) const;
 
   std::string text_;
