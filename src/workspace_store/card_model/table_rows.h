@@ -22,20 +22,50 @@ namespace zorvik {
 class ValueDecoder;
 
 class TableRows {
+ private:
+  // An iterator over items `index`, `index + 1`, ... of a table, each read by `Read`.
+  template <class Value, Value (*Read)(const TableRows&, size_t)>
+  class IndexIterator {
+   public:
+    using value_type = Value;
+    using difference_type = std::ptrdiff_t;
+
+    IndexIterator() = default;
+    IndexIterator(const TableRows* rows, size_t index) : rows_(rows), index_(index) {}
+    Value operator*() const { return Read(*rows_, index_); }
+    IndexIterator& operator++() {
+      ++index_;
+      return *this;
+    }
+    IndexIterator operator++(int) {
+      IndexIterator previous = *this;
+      ++index_;
+      return previous;
+    }
+    bool operator==(const IndexIterator& other) const { return index_ == other.index_; }
+
+   private:
+    const TableRows* rows_ = nullptr;
+    size_t index_ = 0;
+  };
+
+  // Cell `index` among all cells of the table.
+  static std::string_view cellAt(const TableRows& rows, size_t index);
+
  public:
   // A view of one row's cells.
   class Row {
    public:
+    using Iterator = IndexIterator<std::string_view, &TableRows::cellAt>;
+
     size_t size() const { return count_; }
     bool empty() const { return count_ == 0; }
-    std::string_view operator[](size_t column) const;
+    std::string_view operator[](size_t column) const { return cellAt(*rows_, firstCell_ + column); }
     // The first `count` cells (all of them when the row is shorter).
     Row first(size_t count) const;
     std::vector<std::string> toStrings() const;
-
-    class Iterator;
-    Iterator begin() const;
-    Iterator end() const;
+    Iterator begin() const { return Iterator(rows_, firstCell_); }
+    Iterator end() const { return Iterator(rows_, firstCell_ + count_); }
 
    private:
     friend class TableRows;
@@ -47,7 +77,11 @@ class TableRows {
     size_t count_;
   };
 
-  class Iterator;
+ private:
+  static Row rowAt(const TableRows& rows, size_t index);
+
+ public:
+  using Iterator = IndexIterator<Row, &TableRows::rowAt>;
 
   TableRows() = default;
   TableRows(std::initializer_list<std::vector<std::string>> rows);
@@ -55,9 +89,9 @@ class TableRows {
 
   size_t size() const { return rowEnds_.size(); }
   bool empty() const { return rowEnds_.empty(); }
-  Row operator[](size_t index) const;
-  Iterator begin() const;
-  Iterator end() const;
+  Row operator[](size_t index) const { return rowAt(*this, index); }
+  Iterator begin() const { return Iterator(this, 0); }
+  Iterator end() const { return Iterator(this, size()); }
 
   // Room for `rows` rows, `cells` cells and `textBytes` bytes of cell text in all.
   void reserve(size_t rows, size_t cells, size_t textBytes);
@@ -81,82 +115,19 @@ class TableRows {
   bool operator==(const TableRows&) const = default;
 
  private:
-  std::string_view cell(size_t index) const;
-
   std::string text_;
   std::vector<uint32_t> cellEnds_;  // the end offset in text_ of each cell
   std::vector<uint32_t> rowEnds_;   // the end index in cellEnds_ of each row
 };
 
-class TableRows::Row::Iterator {
- public:
-  using value_type = std::string_view;
-  using difference_type = std::ptrdiff_t;
-
-  Iterator() = default;
-  Iterator(const TableRows* rows, size_t cell) : rows_(rows), cell_(cell) {}
-  std::string_view operator*() const { return rows_->cell(cell_); }
-  Iterator& operator++() {
-    ++cell_;
-    return *this;
-  }
-  Iterator operator++(int) {
-    Iterator previous = *this;
-    ++cell_;
-    return previous;
-  }
-  bool operator==(const Iterator& other) const { return cell_ == other.cell_; }
-
- private:
-  const TableRows* rows_ = nullptr;
-  size_t cell_ = 0;  // the index among all cells of the table
-};
-
-class TableRows::Iterator {
- public:
-  using value_type = Row;
-  using difference_type = std::ptrdiff_t;
-
-  Iterator() = default;
-  Iterator(const TableRows* rows, size_t index) : rows_(rows), index_(index) {}
-  Row operator*() const { return (*rows_)[index_]; }
-  Iterator& operator++() {
-    ++index_;
-    return *this;
-  }
-  Iterator operator++(int) {
-    Iterator previous = *this;
-    ++index_;
-    return previous;
-  }
-  bool operator==(const Iterator& other) const { return index_ == other.index_; }
-
- private:
-  const TableRows* rows_ = nullptr;
-  size_t index_ = 0;
-};
-
-inline std::string_view TableRows::cell(size_t index) const {
-  const size_t start = index == 0 ? 0 : cellEnds_[index - 1];
-  return std::string_view(text_).substr(start, cellEnds_[index] - start);
+inline std::string_view TableRows::cellAt(const TableRows& rows, size_t index) {
+  const size_t start = index == 0 ? 0 : rows.cellEnds_[index - 1];
+  return std::string_view(rows.text_).substr(start, rows.cellEnds_[index] - start);
 }
 
-inline std::string_view TableRows::Row::operator[](size_t column) const {
-  return rows_->cell(firstCell_ + column);
+inline TableRows::Row TableRows::rowAt(const TableRows& rows, size_t index) {
+  const size_t firstCell = index == 0 ? 0 : rows.rowEnds_[index - 1];
+  return Row(rows, firstCell, rows.rowEnds_[index] - firstCell);
 }
-
-inline TableRows::Row TableRows::operator[](size_t index) const {
-  const size_t firstCell = index == 0 ? 0 : rowEnds_[index - 1];
-  return Row(*this, firstCell, rowEnds_[index] - firstCell);
-}
-
-inline TableRows::Row::Iterator TableRows::Row::begin() const {
-  return Iterator(rows_, firstCell_);
-}
-inline TableRows::Row::Iterator TableRows::Row::end() const {
-  return Iterator(rows_, firstCell_ + count_);
-}
-inline TableRows::Iterator TableRows::begin() const { return Iterator(this, 0); }
-inline TableRows::Iterator TableRows::end() const { return Iterator(this, size()); }
 
 }  // namespace zorvik
