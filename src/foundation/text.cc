@@ -198,17 +198,27 @@ std::string_view trimmedView(std::string_view text) {
 }
 
 std::string lowercased(std::string_view text) {
-  if (isASCII(text)) {
-    std::string result(text);
-    for (char& c : result) {
+  // When no code point beyond ASCII changes when lower-cased, lowering the ASCII letters is the
+  // whole mapping: such characters map to themselves in every context. Otherwise, and for
+  // ill-formed text, ICU maps the whole text.
+  std::string result(text);
+  const auto* bytes = bytesOf(text);
+  bool settled = true;
+  for (size_t offset = 0; offset < result.size() && settled;) {
+    if (bytes[offset] < 0x80) {
+      char& c = result[offset++];
       if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+      continue;
     }
-    return result;
+    UChar32 c;
+    U8_NEXT(bytes, offset, result.size(), c);
+    settled = c >= 0 && !u_hasBinaryProperty(c, UCHAR_CHANGES_WHEN_LOWERCASED);
   }
+  if (settled) return result;
   std::u16string utf16 = toUTF16(text);
   icu::UnicodeString unicode(false, utf16.data(), static_cast<int32_t>(utf16.size()));
   unicode.toLower(icu::Locale::getRoot());
-  std::string result;
+  result.clear();
   unicode.toUTF8String(result);
   return result;
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <unicode/brkiter.h>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
@@ -43,6 +45,34 @@ TEST(TextTest, LowercasesAsciiAndBeyond) {
             "\u03BA\u03B1\u03BB\u03B7\u03BC\u03B5\u03C1\u03B1");
   // Locale-independent mapping: dotted capital I becomes i + combining dot, not Turkish i.
   EXPECT_EQ(lowercased("\u0130I"), "i\u0307i");
+  // Final sigma depends on its neighbours; ill-formed bytes become U+FFFD.
+  EXPECT_EQ(lowercased("\u00E9\u03A3A \u03A3"), "\u00E9\u03C3a \u03C3");
+  EXPECT_EQ(lowercased("AB\u03A3 "), "ab\u03C2 ");
+  EXPECT_EQ(lowercased("A\xFF"), "a\uFFFD");
+}
+
+// Every code point of the BMP and of the cased blocks beyond it, among ASCII capitals, alone and
+// before a capital sigma, lower-cases as ICU lower-cases the whole text.
+TEST(TextTest, LowercasingAgreesWithICUOnEveryCodePoint) {
+  const auto reference = [](const std::string& text) {
+    icu::UnicodeString unicode = icu::UnicodeString::fromUTF8(text);
+    unicode.toLower(icu::Locale::getRoot());
+    std::string lower;
+    return unicode.toUTF8String(lower);
+  };
+  for (const auto& [first, last] : {std::pair{0x80, 0xFFFF}, std::pair{0x10400, 0x1044F},
+                                    std::pair{0x16E40, 0x16E7F}, std::pair{0x1E900, 0x1E95F}}) {
+    for (UChar32 c = first; c <= last; ++c) {
+      if (U_IS_SURROGATE(c)) continue;
+      uint8_t buffer[U8_MAX_LENGTH];
+      size_t length = 0;
+      U8_APPEND_UNSAFE(buffer, length, c);
+      const std::string text = "Ab" + std::string(reinterpret_cast<const char*>(buffer), length);
+      for (const std::string& tail : {"Z", "Z\u03A3"}) {
+        ASSERT_EQ(lowercased(text + tail), reference(text + tail)) << std::hex << c;
+      }
+    }
+  }
 }
 
 TEST(TextTest, DetectsIllFormedUTF8) {
