@@ -176,8 +176,8 @@ BoardSearchCardsTool::Response BoardSearchCardsTool::search(const Request& reque
   std::vector<const WorkspaceCard*> board;
   board.reserve(cards_->size());
   for (const WorkspaceCard& card : *cards_) board.push_back(&card);
-  std::vector<RankedCard> ranked = rank(board, tokenize(request.query));
-  if (ranked.size() > static_cast<size_t>(limits.topK)) ranked.resize(limits.topK);
+  const std::vector<RankedCard> ranked =
+      rank(board, tokenize(request.query), {}, static_cast<size_t>(limits.topK));
 
   Response response{
       .scopeRequested = request.scope.value_or("board"),

@@ -67,28 +67,35 @@ std::vector<ScoredChunk> scoreChunks(std::vector<WorkspaceCardSearchChunk> chunk
 
 std::vector<RankedCard> rank(const std::vector<const WorkspaceCard*>& cards,
                              const std::vector<std::string>& tokens,
-                             const WorkspaceCardSearchOptions& options) {
+                             const WorkspaceCardSearchOptions& options, size_t limit) {
   std::vector<RankedCard> ranked;
   if (tokens.empty()) return ranked;
-  // Cards are scored on several threads, each into its own slot; the order of the cards is kept
-  // for the stable sort below.
-  std::vector<std::optional<RankedCard>> slots(cards.size());
+  // Every card's best score, on several threads, each into its own slot; the chunks are looked at
+  // in place.
+  std::vector<float> best(cards.size(), 0);
   parallelFor(
       cards.size(),
       [&](size_t i) {
-        std::vector<ScoredChunk> scored = scoreChunks(searchChunks(*cards[i], options), tokens);
-        if (scored.empty() || !(scored.front().score > 0)) return;
-        RankedCard entry{cards[i], scored.front().score, {}};
-        entry.snippets.reserve(scored.size());
-        for (auto& item : scored) entry.snippets.push_back(std::move(item.chunk));
-        slots[i] = std::move(entry);
+        forEachSearchChunk(*cards[i], options, [&](std::string_view, std::string_view text) {
+          best[i] = std::max(best[i], chunkScore(text, tokens));
+        });
       },
       64);
-  for (std::optional<RankedCard>& slot : slots) {
-    if (slot) ranked.push_back(std::move(*slot));
+  std::vector<size_t> order;
+  for (size_t i = 0; i < cards.size(); ++i) {
+    if (best[i] > 0) order.push_back(i);
   }
-  std::stable_sort(ranked.begin(), ranked.end(),
-                   [](const RankedCard& a, const RankedCard& b) { return a.score > b.score; });
+  std::stable_sort(order.begin(), order.end(),
+                   [&](size_t a, size_t b) { return best[a] > best[b]; });
+  if (order.size() > limit) order.resize(limit);
+  ranked.reserve(order.size());
+  for (size_t i : order) {
+    RankedCard entry{cards[i], best[i], {}};
+    for (ScoredChunk& item : scoreChunks(searchChunks(*cards[i], options), tokens)) {
+      entry.snippets.push_back(std::move(item.chunk));
+    }
+    ranked.push_back(std::move(entry));
+  }
   return ranked;
 }
 

@@ -5,6 +5,8 @@
 // must outlive the result.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,10 +41,11 @@ struct RankedCard {
   std::vector<WorkspaceCardSearchChunk> snippets;  // all chunks, best first
 };
 
-// The cards whose best chunk scores above 0, by score descending; ties keep the given order. No
-// tokens rank nothing.
+// The first `limit` of the cards whose best chunk scores above 0, by score descending; ties keep
+// the given order. No tokens rank nothing. Only the cards returned have their chunks collected.
 std::vector<RankedCard> rank(const std::vector<const WorkspaceCard*>& cards,
                              const std::vector<std::string>& tokens,
-                             const WorkspaceCardSearchOptions& options = {});
+                             const WorkspaceCardSearchOptions& options = {},
+                             size_t limit = SIZE_MAX);
 
 }  // namespace zorvik

@@ -66,6 +66,13 @@ TEST(RankTest, RanksCardsByBestChunkAndDropsCardsWithoutMatches) {
   EXPECT_THAT(ranked[0].snippets,
               ElementsAre(WorkspaceCardSearchChunk{"Paragraph 1", "alpha and beta together"},
                           WorkspaceCardSearchChunk{"Title", "Third"}));
+
+  // A limit keeps the first ranks, snippets and all.
+  const auto firstTwo = rank(pointersTo(cards), tokenize("alpha beta"), {}, 2);
+  ASSERT_EQ(firstTwo.size(), 2u);
+  EXPECT_EQ(firstTwo[1].card, &cards[0]);
+  EXPECT_EQ(firstTwo[1].score, ranked[1].score);
+  EXPECT_EQ(firstTwo[1].snippets, ranked[1].snippets);
 }
 
 TEST(RankTest, NoTokensRankNothing) {
