@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds everything under AddressSanitizer and UndefinedBehaviorSanitizer, runs the fuzz targets for
-# a bounded time, then runs every test with CTest.
+# a bounded time, then runs every test with CTest, and last the release program's main job.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -41,3 +41,7 @@ cmake --build build/test -j2
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir build/test --output-on-failure -j2
+
+# The shipped program (release, on mimalloc) runs the main job on the example board; a command
+# that fails fails the run.
+bash scripts/demo.sh >/dev/null
