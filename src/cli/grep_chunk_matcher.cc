@@ -61,9 +61,10 @@ FoldedText foldCase(std::u16string_view source) {
   return folded;
 }
 
-// The characters beyond ASCII whose full case folding holds an ASCII unit, and the largest of
-// them. When ICU cannot say, every character beyond ASCII is taken to be one, which turns the
-// byte search off. Built once, frozen (safe to read from any thread) and never destroyed.
+// The characters beyond ASCII whose full case folding holds an ASCII unit, and the bytes their
+// UTF-8 forms start with. When ICU cannot say, every character beyond ASCII is taken to be one,
+// which turns the byte search off. Built once, frozen (safe to read from any thread) and never
+// destroyed.
 struct FoldsIntoASCII {
   icu::UnicodeSet set;
   std::array<bool, 256> leadsOne{};  // the first UTF-8 bytes of the set's characters
@@ -103,13 +104,13 @@ const FoldsIntoASCII& foldsIntoASCII() {
         result->leadsOne[bytes[0]] = true;
       }
     }
-    // Ill-formed bytes read as U+FFFD, which folds to itself.
     return result;
   }();
   return *characters;
 }
 
-// Only a byte that can start one of those characters is decoded; the rest are passed over.
+// Only a byte that can start one of those characters is decoded; the rest are passed over. (An
+// ill-formed sequence reads as U+FFFD, which folds to itself.)
 bool holdsCharacterFoldingIntoASCII(std::string_view text) {
   const FoldsIntoASCII& special = foldsIntoASCII();
   const auto* bytes = reinterpret_cast<const uint8_t*>(text.data());
@@ -136,6 +137,7 @@ bool allASCII(std::u16string_view text) {
 }
 
 char asciiLowercase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char asciiUppercase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 // Backslash before every ASCII character that is not a letter, digit or white space: ICU reads
 // such a pair as the literal character.
@@ -170,9 +172,8 @@ GrepChunkMatcher::GrepChunkMatcher(GrepMode mode, const std::string& query, bool
         foldedShifts_.fill(length);
         for (size_t i = 0; i + 1 < length; ++i) {
           const char c = byteQuery_[i];
-          const char upper = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
           foldedShifts_[static_cast<unsigned char>(c)] = length - 1 - i;
-          foldedShifts_[static_cast<unsigned char>(upper)] = length - 1 - i;
+          foldedShifts_[static_cast<unsigned char>(asciiUppercase(c))] = length - 1 - i;
         }
       }
     }

@@ -262,9 +262,14 @@ std::string cutText(std::string_view text, size_t atOrAbove) {
 std::string cutText(std::string_view text, size_t atOrAbove, size_t keep) {
   const std::optional<size_t> kept = cutLength(text, atOrAbove, keep);
   if (!kept) return std::string(text);
-  std::string result(text.substr(0, *kept));
-  result += kEllipsis;
+  std::string result;
+  writeCut(text, *kept, result);
   return result;
+}
+
+void writeCut(std::string_view text, size_t keptBytes, std::string& out) {
+  out.assign(text.substr(0, keptBytes));
+  out += kEllipsis;
 }
 
 std::optional<size_t> cutLength(std::string_view text, size_t atOrAbove, size_t keep) {

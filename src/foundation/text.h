@@ -42,6 +42,9 @@ std::string cutText(std::string_view text, size_t atOrAbove, size_t keep);
 // Where cutText(text, atOrAbove, keep) cuts: the byte length of the kept characters, or nullopt
 // when the text stays unchanged.
 std::optional<size_t> cutLength(std::string_view text, size_t atOrAbove, size_t keep);
+// Writes the cut text into `out`, replacing what it held: the first `keptBytes` bytes of `text`
+// (a length from cutLength) and "…".
+void writeCut(std::string_view text, size_t keptBytes, std::string& out);
 
 // Number of UTF-16 code units of the text's conversion by toUTF16.
 size_t utf16Length(std::string_view utf8);

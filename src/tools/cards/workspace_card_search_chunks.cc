@@ -28,8 +28,7 @@ class ChunkEmitter {
       visit_(label, text);
       return;
     }
-    cut_.assign(text.substr(0, *kept));
-    cut_ += "\u2026";
+    writeCut(text, *kept, cut_);
     visit_(label, cut_);
   }
   void addOptional(std::string_view label, const std::optional<std::string>& text) {

@@ -46,15 +46,17 @@ WorkspaceCardContentPayload WorkspaceCardToolkit::content(
 }
 
 std::string WorkspaceCardToolkit::truncate(std::string_view text, std::optional<int64_t> maxChars) {
-  if (!maxChars || *maxChars < 1) return std::string(text);
-  // More than `limit` characters keep limit - 1 of them and end in "…".
-  const auto limit = static_cast<size_t>(*maxChars);
-  return cutText(text, limit + 1, limit - 1);
+  const std::optional<size_t> kept = truncationLength(text, maxChars);
+  if (!kept) return std::string(text);
+  std::string result;
+  writeCut(text, *kept, result);
+  return result;
 }
 
 std::optional<size_t> WorkspaceCardToolkit::truncationLength(std::string_view text,
                                                              std::optional<int64_t> maxChars) {
   if (!maxChars || *maxChars < 1) return std::nullopt;
+  // More than `limit` characters keep limit - 1 of them and end in "…".
   const auto limit = static_cast<size_t>(*maxChars);
   return cutLength(text, limit + 1, limit - 1);
 }
