@@ -137,7 +137,7 @@ TEST(FilesystemWorkspaceStateTest, UIStateWithEveryKeyNullIsEmpty) {
   EXPECT_EQ(encodeValue(ui).compactJSONString(), "{}");
 }
 
-TEST(FilesystemWorkspaceStateTest, MissingRequiredKeysNameTheirPath) {
+TEST(FilesystemWorkspaceStateTest, MissingKeysAndWrongTypesNameTheirPath) {
   struct Case {
     std::function<void(AnyCodableValue&)> mutate;
     std::string message;
@@ -158,6 +158,14 @@ TEST(FilesystemWorkspaceStateTest, MissingRequiredKeysNameTheirPath) {
       {[](auto& d) { entryObject(d, 0).set("title", nullptr); },
        "Missing value at entries.[0].title for String: Expected String value but found null "
        "instead."},
+      {[](auto& d) { entryObject(d, 0).find("layout")->asObject()->set("zIndex", "3"); },
+       "Type mismatch at entries.[0].layout.zIndex for Int: Expected to decode Int but found a "
+       "string instead."},
+      {[](auto& d) { d.asObject()->find("uiState")->asObject()->set("chatSidebarOpen", 1); },
+       "Type mismatch at uiState.chatSidebarOpen for Bool: Expected to decode Bool but found a "
+       "number instead."},
+      {[](auto& d) { entryObject(d, 1).set("id", "not-a-uuid"); },
+       "Attempted to decode UUID from invalid UUID string. at entries.[1].id"},
   };
   for (const auto& c : cases) {
     AnyCodableValue document = AnyCodableValue::parse(kDocument);
@@ -181,29 +189,6 @@ TEST(FilesystemWorkspaceStateTest, LongDocumentsDecodeAndFailAsAPlainLoopWould) 
   EXPECT_EQ(decodingFailure(document), "Missing required key at entries.[2000].layout.");
   document.asObject()->erase("uiState");
   EXPECT_EQ(decodingFailure(document), "Missing required key 'uiState'.");
-}
-
-TEST(FilesystemWorkspaceStateTest, WrongTypesNameTheirPath) {
-  AnyCodableValue document = AnyCodableValue::parse(kDocument);
-  entryObject(document, 0).find("layout")->asObject()->set("zIndex", "3");
-  EXPECT_EQ(decodingFailure(document),
-            "Type mismatch at entries.[0].layout.zIndex for Int: Expected to decode Int but "
-            "found a string instead.");
-
-  document = AnyCodableValue::parse(kDocument);
-  document.asObject()->find("uiState")->asObject()->set("chatSidebarOpen", 1);
-  EXPECT_EQ(decodingFailure(document),
-            "Type mismatch at uiState.chatSidebarOpen for Bool: Expected to decode Bool but "
-            "found a number instead.");
-
-  document = AnyCodableValue::parse(kDocument);
-  entryObject(document, 1).set("id", "not-a-uuid");
-  try {
-    decodeValue<FilesystemWorkspaceState>(document);
-    ADD_FAILURE() << "an invalid UUID decoded";
-  } catch (const DecodingError& error) {
-    EXPECT_EQ(joinCodingPath(error.codingPath()), "entries.[1].id");
-  }
 }
 
 TEST(FilesystemWorkspaceStateTest, ContentPathIsAbsentForMissingOrBlankRelativePath) {

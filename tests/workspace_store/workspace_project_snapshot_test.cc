@@ -132,16 +132,7 @@ TEST(CardRecordTest, GroupStacksComeFromFolderPayloadOrAreEmpty) {
 }
 
 TEST(WorkspaceProjectSnapshotTest, DefaultsToFilesystemStorage) {
-  const auto document = sampleDocument();
-  WorkspaceProjectSnapshot snapshot{
-      .rootURL = "/tmp/board",
-      .metadata = ProjectMetadata::fromDocument(document),
-      .folders = {FolderRecord::rootFromDocument(document)},
-      .cards = {CardRecord::fromEntry(sampleEntry(), nullptr)},
-      .checkedFiles = 2,
-      .projectFingerprint = "ab12",
-  };
-  EXPECT_EQ(snapshot.storageMode, WorkspaceProjectStorageMode::filesystem);
+  EXPECT_EQ(WorkspaceProjectSnapshot{}.storageMode, WorkspaceProjectStorageMode::filesystem);
 }
 
 }  // namespace

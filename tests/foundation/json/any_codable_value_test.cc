@@ -87,16 +87,8 @@ TEST(AnyCodableValueTest, PrettyFormIndentsByTwoWithSpacedColons) {
       {"e", AnyCodableValue::Array{}},
   });
   EXPECT_EQ(*value.jsonString(),
-            "{\n"
-            "  \"a\" : {\n"
-            "    \"k\" : \"v\"\n"
-            "  },\n"
-            "  \"e\" : [],\n"
-            "  \"z\" : [\n"
-            "    1,\n"
-            "    {}\n"
-            "  ]\n"
-            "}");
+            "{\n  \"a\" : {\n    \"k\" : \"v\"\n  },\n  \"e\" : [],\n"
+            "  \"z\" : [\n    1,\n    {}\n  ]\n}");
 }
 
 TEST(AnyCodableValueTest, WriterHandlesNumbersAndBadText) {

@@ -101,21 +101,16 @@ class SemanticSearchDiscoveryTest : public ::testing::Test {
   const std::string libraryScores = "1.000 1.000 0.000\n";
 };
 
-TEST_F(SemanticSearchDiscoveryTest, LoadsTheLibraryNamedByTheEnvironment) {
+TEST_F(SemanticSearchDiscoveryTest, LoadsTheLibraryNamedByTheEnvironmentIfItIsOne) {
   EXPECT_EQ(probe(plainProbe, providerLibrary.string()), libraryScores);
-}
-
-TEST_F(SemanticSearchDiscoveryTest, WithoutALibraryThereIsNoProvider) {
   testing::TempDirectory directory;
   const fs::path notALibrary = directory.write("fake.so", "not a shared object");
   EXPECT_EQ(probe(plainProbe, (directory.path() / "missing.so").string()), "none\n");
   EXPECT_EQ(probe(plainProbe, notALibrary.string()), "none\n");
   EXPECT_EQ(probe(plainProbe, std::nullopt), "none\n") << "nothing beside the build's executables";
-}
-
-TEST_F(SemanticSearchDiscoveryTest, DiscoveryRunsOncePerProcess) {
   EXPECT_EQ(probe(plainProbe, "/nonexistent/library.so", {providerLibrary.string()}),
-            "none\nnone\n");
+            "none\nnone\n")
+      << "discovery runs once per process";
 }
 
 TEST_F(SemanticSearchDiscoveryTest, FindsTheLibraryBesideTheExecutable) {

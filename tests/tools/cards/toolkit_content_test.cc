@@ -331,21 +331,5 @@ TEST(CardToolkitRequest, DecodesModesAndRejectsRaw) {
                DecodingError);
 }
 
-TEST(CardToolkitOwnership, DependsOnChatVisibility) {
-  EXPECT_EQ(
-      Toolkit::ownership(makeCard(1, "c", R"({"chat": {"messages": [], "isInvisible": true}})")),
-      (WorkspaceCardOwnership{"runtime", true, "read_only"}));
-  EXPECT_EQ(Toolkit::ownership(makeCard(1, "c", R"({"chat": {"messages": []}})")),
-            (WorkspaceCardOwnership{"user", false, "tool_only"}));
-  EXPECT_EQ(Toolkit::ownership(makeCard(1, "t", R"({"richText": {"markdown": ""}})")),
-            (WorkspaceCardOwnership{"user", false, "file_editable"}));
-}
-
-TEST(CardToolkitLinks, DeepLinkEncodesTheProjectPath) {
-  EXPECT_EQ(Toolkit::deepLinkURL(cardID(7), "/home/me/My Board&Co"),
-            "zorvik://project/card/00000000-0000-4000-8000-000000000007"
-            "?path=/home/me/My%20Board%26Co");
-}
-
 }  // namespace
 }  // namespace zorvik

@@ -11,39 +11,31 @@
 namespace zorvik {
 namespace {
 
-class ExampleBoardToolsTest : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    board_ = new CLIWorkspaceLoadedBoard(
-        CLIWorkspaceCardsLoader::loadBoard(path(), WorkspaceProjectSnapshotStore()));
-  }
-  static void TearDownTestSuite() {
-    delete board_;
-    board_ = nullptr;
-  }
-  static std::filesystem::path path() {
-    return std::filesystem::path(ZORVIK_SOURCE_DIR) / "examples" / "research-board";
-  }
+std::filesystem::path boardPath() {
+  return std::filesystem::path(ZORVIK_SOURCE_DIR) / "examples" / "research-board";
+}
 
-  static CLIWorkspaceLoadedBoard* board_;
-};
+// Loaded once for the whole suite.
+const CLIWorkspaceLoadedBoard& board() {
+  static const CLIWorkspaceLoadedBoard loaded =
+      CLIWorkspaceCardsLoader::loadBoard(boardPath(), WorkspaceProjectSnapshotStore());
+  return loaded;
+}
 
-CLIWorkspaceLoadedBoard* ExampleBoardToolsTest::board_ = nullptr;
-
-TEST_F(ExampleBoardToolsTest, MetadataCoversEveryCard) {
-  const BoardListCardMetadataTool tool(board_->cards, board_->loadDiagnostics, path());
+TEST(ExampleBoardToolsTest, MetadataCoversEveryCard) {
+  const BoardListCardMetadataTool tool(board().cards, board().loadDiagnostics, boardPath());
   const auto answer = tool.run(JSONObject{}, AgentToolContext::forSingleCall());
   EXPECT_EQ(*answer.member("board_health")->member("status")->asString(), "ok");
   const auto& results = *answer.member("results")->asArray();
-  ASSERT_EQ(results.size(), board_->cards.size());
+  ASSERT_EQ(results.size(), board().cards.size());
   for (const auto& result : results) {
     EXPECT_TRUE(result.member("deep_link_url")->asString()->starts_with("zorvik://project/card/"));
     EXPECT_TRUE(result.member("metadata")->isObject());
   }
 }
 
-TEST_F(ExampleBoardToolsTest, TypeSpecificContentUsesTheKeyOfEachType) {
-  const BoardGetCardContentTool tool(board_->cards, path());
+TEST(ExampleBoardToolsTest, TypeSpecificContentUsesTheKeyOfEachType) {
+  const BoardGetCardContentTool tool(board().cards, boardPath());
   const auto answer = tool.run(AnyCodableValue::parse(R"({"mode": "type_specific"})"),
                                AgentToolContext::forSingleCall());
   const std::map<std::string, std::string> keyByType = {

@@ -10,6 +10,7 @@ namespace {
 
 using testing::compactJSON;
 using testing::decodeJSON;
+using testing::decodingError;
 
 struct RowDecodingCase {
   std::string json;
@@ -87,14 +88,9 @@ TEST(WorkspaceRowItemTest, RejectsMissingRequiredKeys) {
       {R"({"label":"x","keyValue":{}})", "value"},
   };
   for (const auto& [json, key] : cases) {
-    SCOPED_TRACE(json);
-    try {
-      decodeJSON<WorkspaceRowItem>(json);
-      ADD_FAILURE() << "decoded";
-    } catch (const DecodingError& error) {
-      EXPECT_EQ(error.kind(), DecodingError::Kind::keyNotFound);
-      EXPECT_EQ(error.key(), key);
-    }
+    const DecodingError error = decodingError<WorkspaceRowItem>(json);
+    EXPECT_EQ(error.kind(), DecodingError::Kind::keyNotFound) << json;
+    EXPECT_EQ(error.key(), key) << json;
   }
   EXPECT_THROW(decodeJSON<WorkspaceRowItem>(R"({"label":"x","content":"text"})"), DecodingError);
 }

@@ -221,6 +221,10 @@ TEST(CompileRulesTest, ACycleBelongsToTheRuntimeWhenAnInvisibleChatIsPartOfIt) {
   EXPECT_EQ(inside.cardID, id(1));
   EXPECT_EQ(inside.owner, Owner::runtime);
   EXPECT_EQ(inside.actionability, Action::reportOnly);
+  // Report-only errors still fail the compile.
+  CardRecord hiddenChat = card(3, invisibleChat());
+  hiddenChat.frame.width = -1;
+  EXPECT_EQ(compile(snapshotOf({hiddenChat})).status, WorkspaceCompileStatus::error);
 }
 
 TEST(CompileRulesTest, CapAndErrorsOnlyKeepCountsAndStatusWhole) {

@@ -37,7 +37,6 @@ std::string document(const std::vector<std::string>& entries, const std::string&
 }
 
 constexpr const char* kNoteID = "A0000000-0000-4000-8000-000000000001";
-constexpr const char* kChatID = "A0000000-0000-4000-8000-000000000002";
 constexpr const char* kBrokenID = "A0000000-0000-4000-8000-000000000003";
 constexpr const char* kNotePayload = R"({"type":"richText","richText":{}})";
 
@@ -105,21 +104,6 @@ TEST_F(CompilerLoadTest, LoaderFindingsComeFirstAndTheTokenTracksFileContents) {
   const WorkspaceCompileResult edited = compile();
   EXPECT_EQ(timeless(edited).summary, timeless(first).summary);
   EXPECT_NE(edited.compileToken, first.compileToken);
-}
-
-TEST_F(CompilerLoadTest, InvisibleChatCardsAreTheRuntimesToReport) {
-  project_.write(
-      ".zorvik/workspace.json",
-      document({entry(kChatID, "chat",
-                      R"({"type":"chat","chat":{"messages":[],"isInvisible":true}})", "", -1)}));
-  const WorkspaceCompileResult result = compile();
-  ASSERT_EQ(result.diagnostics.size(), 1u);
-  EXPECT_EQ(result.diagnostics[0].code, "layout.invalid_size");
-  EXPECT_EQ(result.diagnostics[0].path, std::string(".zorvik/workspace.json#") + kChatID);
-  EXPECT_EQ(result.diagnostics[0].owner, Owner::runtime);
-  EXPECT_EQ(result.diagnostics[0].actionability, Action::reportOnly);
-  // Report-only errors still fail the compile.
-  EXPECT_EQ(result.status, WorkspaceCompileStatus::error);
 }
 
 TEST_F(CompilerLoadTest, ABrokenDocumentIsOneProjectErrorWithItsOwner) {

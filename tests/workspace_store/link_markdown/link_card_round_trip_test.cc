@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "workspace_store/link_markdown/filesystem_markdown_link_card_codec.h"
+#include "workspace_store/link_markdown/link_card_test_support.h"
 
 namespace zorvik {
 namespace {
@@ -98,52 +99,33 @@ class DocumentGenerator {
   std::vector<WorkspaceRowItem> rows() {
     std::vector<WorkspaceRowItem> items(below(4));
     for (auto& item : items) {
-      item.label = label();
-      switch (below(5)) {
-        case 0:
-          item.type = "expandable_list";
-          item.expandableList = ExpandableListPayload{list(), chance(2)};
-          break;
-        case 1:
-          item.type = "todo";
-          item.todo = TodoPayload{chance(2)};
-          break;
-        case 2:
-          item.type = "rating";
-          item.rating = RatingPayload{integer()};
-          break;
-        default:
-          // Kinds other than the three above keep their key-value text.
-          item.type = chance(3) ? "link" : "key_value";
-          item.keyValue = KeyValuePayload{textValue(true)};
-          break;
-      }
+      const std::string name = label();
+      const size_t kind = below(5);
+      // Kinds other than list, todo and rating keep their key-value text.
+      item = kind == 0   ? listRow(name, list(), chance(2))
+             : kind == 1 ? todoRow(name, chance(2))
+             : kind == 2 ? ratingRow(name, integer())
+                         : keyValueRow(name, textValue(true));
+      if (kind > 2 && chance(3)) item.type = "link";
     }
     return items;
   }
 
+  // An extreme one time in four each way, otherwise a small number.
   int64_t integer() {
-    switch (below(4)) {
-      case 0:
-        return std::numeric_limits<int64_t>::min();
-      case 1:
-        return std::numeric_limits<int64_t>::max();
-      default:
-        return std::uniform_int_distribution<int64_t>(-1000, 1000)(random_);
+    if (chance(2)) {
+      return chance(2) ? std::numeric_limits<int64_t>::min() : std::numeric_limits<int64_t>::max();
     }
+    return std::uniform_int_distribution<int64_t>(-1000, 1000)(random_);
   }
 
+  // Whole, huge, tiny or ordinary, one time in four each.
   double ratio() {
-    switch (below(4)) {
-      case 0:
-        return static_cast<double>(std::uniform_int_distribution<int>(-5, 5)(random_));
-      case 1:
-        return std::uniform_real_distribution<double>(-1e300, 1e300)(random_);
-      case 2:
-        return std::uniform_real_distribution<double>(0, 1e-9)(random_);
-      default:
-        return std::uniform_real_distribution<double>(0.1, 4)(random_);
-    }
+    const size_t kind = below(4);
+    if (kind == 0) return static_cast<double>(std::uniform_int_distribution<int>(-5, 5)(random_));
+    const auto [low, high] =
+        std::vector<std::pair<double, double>>{{-1e300, 1e300}, {0, 1e-9}, {0.1, 4}}[kind - 1];
+    return std::uniform_real_distribution<double>(low, high)(random_);
   }
 
   std::mt19937 random_;

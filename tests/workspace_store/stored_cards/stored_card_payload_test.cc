@@ -204,14 +204,12 @@ TEST_F(StoredCardRoundTripTest, RichText) {
            R"("fontName":"Mono","rtfData":{"x":1},"backgroundColor":"#fff","textColor":[1,0,0],)"
            R"("sourceURL":"https://example.com/a.md","unknown":true}})"),
       {kCardFolder + "/content.md"});
-  AnyCodableValue expected =
-      json(R"({"type":"richText","richText":{"markdown":"# Hi\n","summary":"s","fontScale":1.25,)"
-           R"("fontName":"Mono","rtfData":{"x":1},"backgroundColor":"#fff","textColor":[1,0,0]}})");
-  expected.asObject()
-      ->find("richText")
-      ->asObject()
-      ->set("sourceURL", fileURL(kCardFolder + "/content.md"));
-  EXPECT_EQ(resolved.runtimePayload, expected);
+  EXPECT_EQ(resolved.runtimePayload,
+            json(R"({"type":"richText","richText":{"markdown":"# Hi\n","summary":"s",)"
+                 R"("fontScale":1.25,"fontName":"Mono","rtfData":{"x":1},"backgroundColor":"#fff",)"
+                 R"("textColor":[1,0,0],"sourceURL":)" +
+                 AnyCodableValue(fileURL(kCardFolder + "/content.md")).compactJSONString().value() +
+                 "}}"));
 }
 
 TEST_F(StoredCardRoundTripTest, TablePadsShortRows) {
