@@ -78,10 +78,11 @@ std::string text(const AnyCodableValue& value, std::string_view key) {
 TEST_F(BoardMutationEndToEndTest, CreatedEditedResizedAndDeletedCardsShowOnDisk) {
   FakeAppProcess app(FakeAppOptions{.projectFolder = project_.path(), .boardEdits = true});
 
-  const CallResult created = call("create_cards", R"({"idempotency_key": "k1", "cards": [
+  const std::string request = R"({"idempotency_key": "k1", "cards": [
       {"type": "rich_text", "title": "Plan", "markdown": "Ship the subsidy model."},
       {"type": "table", "title": "Costs", "table_columns": ["Item", "EUR"],
-       "table_rows": [["Panels", "1200"]]}]})");
+       "table_rows": [["Panels", "1200"]]}]})";
+  const CallResult created = call("create_cards", request);
   ASSERT_EQ(created.exitCode, 0) << created.answer.jsonString().value_or("");
   const auto& ids = *created.answer.member("created_card_ids")->asArray();
   ASSERT_EQ(ids.size(), 2u);
@@ -101,10 +102,7 @@ TEST_F(BoardMutationEndToEndTest, CreatedEditedResizedAndDeletedCardsShowOnDisk)
   EXPECT_NE(contentText(costs).find("Panels | 1200"), std::string::npos);
 
   // The same idempotency key replays the first answer and changes nothing.
-  const CallResult replayed = call("create_cards", R"({"idempotency_key": "k1", "cards": [
-      {"type": "rich_text", "title": "Plan", "markdown": "Ship the subsidy model."},
-      {"type": "table", "title": "Costs", "table_columns": ["Item", "EUR"],
-       "table_rows": [["Panels", "1200"]]}]})");
+  const CallResult replayed = call("create_cards", request);
   EXPECT_EQ(replayed.exitCode, 0);
   EXPECT_EQ(*replayed.answer.member("replayed"), AnyCodableValue(true));
   EXPECT_EQ(*replayed.answer.member("created_card_ids"),
@@ -149,8 +147,7 @@ TEST_F(BoardMutationEndToEndTest, CreatedEditedResizedAndDeletedCardsShowOnDisk)
 }
 
 TEST_F(BoardMutationEndToEndTest, FailuresAnswerInTheToolsShapeWithExitCodeEight) {
-  FakeAppOptions options{.projectFolder = project_.path(), .boardEdits = true};
-  FakeAppProcess app(options);
+  FakeAppProcess app(FakeAppOptions{.projectFolder = project_.path(), .boardEdits = true});
 
   // One card of two fails: the rest is applied and the outcome says partial.
   const CallResult partial = call("create_cards", R"({"cards": [
@@ -179,48 +176,39 @@ TEST_F(BoardMutationEndToEndTest, FailuresAnswerInTheToolsShapeWithExitCodeEight
 }
 
 // Each bridge tool, with an application that refuses the call without a payload: the answer keeps
-// the tool's own shape, carries the application's code and a message, and the exit code is 8.
+// the tool's own shape (held in detail by the in-process tests), carries the application's code and
+// a message, and the exit code is 8.
 TEST_F(BoardMutationEndToEndTest, EveryBridgeToolReportsARefusalInItsOwnShape) {
-  struct RefusalCase {
-    std::string tool;
-    std::string arguments;
-    std::vector<std::string> keys;  // keys the failure answer must hold besides the message
-  };
-  const std::vector<RefusalCase> cases = {
-      {"create_cards",
-       R"({"cards": [{"type": 7}]})",
-       {"created_card_ids", "results", "persistence", "mutation_outcome",
-        "project_checkpoint_ref"}},
-      {"edit_cards", R"({"edits": "all"})", {"results", "mutation_outcome"}},
-      {"group_cards", R"({"operation": "explode"})", {"operation", "mutation_outcome"}},
-      {"delete_cards", R"({"card_ids": []})", {"results", "persistence", "mutation_outcome"}},
-      {"resize_cards",
-       R"({"resizes": [{"card_id": "x", "width": -1}]})",
-       {"results", "mutation_outcome"}},
-      {"compile_html", R"({})", {"diagnostics", "error_count"}},
-      {"parse_pdf", R"({"operation": "inspect"})", {"document", "mutation_outcome"}},
-      {"ask_user", R"({"message": 3})", {"ok", "status"}},
-      {"propose_options", R"({})", {"ok", "status"}},
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"create_cards", R"({"cards": [{"type": 7}]})"},
+      {"edit_cards", R"({"edits": "all"})"},
+      {"group_cards", R"({"operation": "explode"})"},
+      {"delete_cards", R"({"card_ids": []})"},
+      {"resize_cards", R"({"resizes": [{"card_id": "x", "width": -1}]})"},
+      {"compile_html", R"({})"},
+      {"parse_pdf", R"({"operation": "inspect"})"},
+      {"ask_user", R"({"message": 3})"},
+      {"propose_options", R"({})"},
   };
   JSONObject script;
-  for (const RefusalCase& test : cases) {
-    script.set(test.tool, JSONObject{{"ok", false}, {"error_code", "invalid_arguments"}});
+  for (const auto& [tool, arguments] : cases) {
+    script.set(tool, JSONObject{{"ok", false}, {"error_code", "invalid_arguments"}});
   }
   FakeAppProcess app(FakeAppOptions{.projectFolder = project_.path(), .responses = script});
-  for (const RefusalCase& test : cases) {
-    SCOPED_TRACE(test.tool);
-    const CallResult refused = call(test.tool, test.arguments);
+  for (const auto& [tool, arguments] : cases) {
+    SCOPED_TRACE(tool);
+    const CallResult refused = call(tool, arguments);
     EXPECT_EQ(refused.exitCode, 8);
     EXPECT_EQ(text(refused.answer, "error_code"), "invalid_arguments");
-    // The board tools supply a message of their own; the chat tools answer the generic object.
-    const bool chatTool = test.tool == "ask_user" || test.tool == "propose_options";
-    if (chatTool) {
+    // The board tools supply a message and a mutation outcome of their own; the chat tools answer
+    // the generic object.
+    if (tool == "ask_user" || tool == "propose_options") {
       EXPECT_EQ(*refused.answer.member("message"), AnyCodableValue());
+      EXPECT_EQ(*refused.answer.member("ok"), AnyCodableValue(false));
     } else {
-      EXPECT_EQ(text(refused.answer, "message"), test.tool + " failed before returning a payload.");
-    }
-    for (const std::string& key : test.keys) {
-      EXPECT_NE(refused.answer.member(key), nullptr) << key;
+      EXPECT_EQ(text(refused.answer, "message"), tool + " failed before returning a payload.");
+      EXPECT_NE(refused.answer.member(tool == "compile_html" ? "diagnostics" : "mutation_outcome"),
+                nullptr);
     }
   }
   EXPECT_EQ(app.handledRequests().size(), cases.size());

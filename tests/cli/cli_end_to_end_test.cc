@@ -20,6 +20,8 @@ constexpr const char* kWorkspace = R"({
   "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
   "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": []})";
 
+constexpr const char* kCard = "6F1D2C9A-3B4E-4F5A-8B6C-7D8E9F0A1B2C";
+
 constexpr const char* kRuntimeUnavailable =
     "No Zorvik project could be discovered. Ensure Zorvik is running with the target board open, "
     "then retry.\n";
@@ -65,6 +67,19 @@ class CLIEndToEndTest : public ::testing::Test {
 
   std::string projectPath() const { return project_.path().string(); }
 
+  // A board of one rich-text card whose text lives in notes/a.md.
+  void writeNoteBoard() {
+    project_.write("notes/a.md", "Solar prices fell.");
+    project_.write(".zorvik/workspace.json", R"({
+    "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
+    "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": [{
+      "id": ")" + std::string(kCard) + R"(", "kindRawValue": "richText", "title": "Notes",
+      "shadowEnabled": true, "createdAt": "2026-01-01T00:00:00Z", "relativePath": "notes/a.md",
+      "layout": {"position": {"x": 10, "y": 20}, "zIndex": 1, "actualWidth": 100,
+                 "actualHeight": 50},
+      "payload": {"type": "richText", "richText": {}}}]})");
+  }
+
   TempDirectory sandbox_;
   TempDirectory project_;
   ProcessOptions options_;
@@ -89,12 +104,6 @@ TEST_F(CLIEndToEndTest, RoutingHelpAndArgumentErrors) {
       {{"project", "list"}, 2, "", "Error: Unknown project command: list\n"},
       {{"runtime", "current"}, 2, "", "Error: Unknown runtime command: current\n"},
       {{"agent", "run"}, 2, "", "Error: Unknown agent command: run\n"},
-      {{"help", "project", "doctor"},
-       2,
-       "",
-       "Error: help accepts at most one topic. Valid topics: project, runtime, agent, doctor, "
-       "schema.\n"},
-      {{"help", "--bogus"}, 2, "", "Error: Unknown option: --bogus\n"},
       {{"project", "validate", "/does/not/exist"},
        2,
        "",
@@ -176,12 +185,8 @@ TEST_F(CLIEndToEndTest, ProjectResolution) {
   expectAll({{{"agent", "list-tools"}, 3, "", kRuntimeUnavailable}});
   options_.environment["ZORVIK_PROJECT_PATH"] = projectPath();
   expectAll({{{"agent", "call", "list_tools"}, 0, "{\n  \"tools\" : [", ""}});
-  options_.environment["ZORVIK_PROJECT_PATH"] = "/does/not/exist";
-  expectAll({{{"agent", "list-tools"},
-              2,
-              "",
-              "Error: agent commands require an existing project directory.\n"}});
   // An explicit path wins over the environment.
+  options_.environment["ZORVIK_PROJECT_PATH"] = "/does/not/exist";
   expectAll({{{"agent", "list-tools", "--project", projectPath()}, 0, "ask_user: ", ""}});
 }
 
@@ -225,18 +230,11 @@ TEST_F(CLIEndToEndTest, TheCatalogueHoldsTheBoardToolsSortedByName) {
 }
 
 TEST_F(CLIEndToEndTest, BoardToolsAnswerAndReportFailuresWithTheirExitCodes) {
-  project_.write("notes/a.md", "Solar prices fell.");
-  project_.write(".zorvik/workspace.json", R"({
-    "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
-    "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": [{
-      "id": "6f1d2c9a-3b4e-4f5a-8b6c-7d8e9f0a1b2c", "kindRawValue": "richText", "title": "Notes",
-      "shadowEnabled": true, "createdAt": "2026-01-01T00:00:00Z", "relativePath": "notes/a.md",
-      "layout": {"position": {"x": 0, "y": 0}, "zIndex": 1, "actualWidth": 10, "actualHeight": 10},
-      "payload": {"type": "richText", "richText": {}}}]})");
+  writeNoteBoard();
   const std::string project = projectPath();
   expectAll({
       {{"agent", "call", "get_card_content", "--project", project, "--args-json",
-        R"({"card_ids":["6F1D2C9A-3B4E-4F5A-8B6C-7D8E9F0A1B2C"],"mode":"summary"})"},
+        R"({"card_ids":["6f1d2c9a-3b4e-4f5a-8b6c-7d8e9f0a1b2c"],"mode":"summary"})"},
        0,
        "{\n  \"not_found\" : [],",
        ""},
@@ -276,17 +274,9 @@ TEST_F(CLIEndToEndTest, BoardToolsAnswerAndReportFailuresWithTheirExitCodes) {
 // read the project, the runtime tools answer at once without an application and pass the
 // application's answer through when one runs.
 TEST_F(CLIEndToEndTest, InspectCommandsReachTheLayoutAndViewportTools) {
-  const std::string card = "6F1D2C9A-3B4E-4F5A-8B6C-7D8E9F0A1B2C";
-  project_.write(".zorvik/workspace.json", R"({
-    "version": 1, "projectId": "P", "createdAt": "2026-01-01T00:00:00Z",
-    "updatedAt": "2026-01-01T00:00:00Z", "uiState": {}, "entries": [{
-      "id": ")" + card + R"(", "kindRawValue": "richText", "title": "Note",
-      "shadowEnabled": false, "createdAt": "2026-01-01T00:00:00Z",
-      "layout": {"position": {"x": 10, "y": 20}, "zIndex": 1, "actualWidth": 100,
-                 "actualHeight": 50},
-      "payload": {"type": "richText", "richText": {"markdown": "Hello"}}}]})");
+  writeNoteBoard();
   const std::string project = projectPath();
-  const std::string focus = R"({"card_id": ")" + card + R"("})";
+  const std::string focus = R"({"card_id": ")" + std::string(kCard) + R"("})";
   expectAll({
       {{"project", "inspect", "list-card-layouts", "--project", project, "--args-json",
         R"({"scope": "board"})"},

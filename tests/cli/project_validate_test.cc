@@ -152,20 +152,15 @@ TEST_F(ProjectValidateTest, ABrokenDocumentIsAProjectErrorAndBadArgumentsExitTwo
       << broken.standardOutput;
 
   sandbox_.write("file.txt", "x");
-  struct Case {
-    std::vector<std::string> arguments;
-    std::string standardError;
-  };
-  const Case cases[] = {
-      {{"project", "validate", "file.txt"},
-       "Error: project validate expects an existing project directory path.\n"},
-      {{"project", "validate", ".", "--max-diagnostics", "-2"},
-       "Error: --max-diagnostics requires a positive integer.\n"},
-  };
-  for (const Case& test : cases) {
-    const ProcessResult result = run(test.arguments);
-    EXPECT_EQ(result.exitCode, 2) << test.standardError;
-    EXPECT_EQ(result.standardError, test.standardError);
+  for (const auto& [arguments, standardError] :
+       std::vector<std::pair<std::vector<std::string>, std::string>>{
+           {{"project", "validate", "file.txt"},
+            "Error: project validate expects an existing project directory path.\n"},
+           {{"project", "validate", ".", "--max-diagnostics", "-2"},
+            "Error: --max-diagnostics requires a positive integer.\n"}}) {
+    const ProcessResult result = run(arguments);
+    EXPECT_EQ(result.exitCode, 2) << standardError;
+    EXPECT_EQ(result.standardError, standardError);
     EXPECT_EQ(result.standardOutput, "");
   }
 }

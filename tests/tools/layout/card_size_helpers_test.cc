@@ -17,21 +17,12 @@ class ScopedScreenScale {
  public:
   explicit ScopedScreenScale(const char* value) {
     if (const char* old = std::getenv(kName)) previous_ = old;
-    if (value) {
-      ::setenv(kName, value, 1);
-    } else {
-      ::unsetenv(kName);
-    }
+    set(value);
   }
-  ~ScopedScreenScale() {
-    if (previous_) {
-      ::setenv(kName, previous_->c_str(), 1);
-    } else {
-      ::unsetenv(kName);
-    }
-  }
+  ~ScopedScreenScale() { set(previous_ ? previous_->c_str() : nullptr); }
 
  private:
+  static void set(const char* value) { value ? ::setenv(kName, value, 1) : ::unsetenv(kName); }
   static constexpr const char* kName = "ZORVIK_SCREEN_SCALE";
   std::optional<std::string> previous_;
 };

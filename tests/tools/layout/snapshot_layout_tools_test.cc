@@ -88,6 +88,9 @@ class SnapshotLayoutToolsTest : public ::testing::Test {
   AnyCodableValue listLayouts(JSONObject input) const {
     return ListCardLayoutsTool(project_.path()).run(input, AgentToolContext::forSingleCall());
   }
+  std::string layoutsRefusal(JSONObject input) const {
+    return invalidArgumentMessage([&] { listLayouts(std::move(input)); });
+  }
   AnyCodableValue groupLayout(JSONObject input) const {
     return GetGroupLayoutTool(project_.path()).run(input, AgentToolContext::forSingleCall());
   }
@@ -137,30 +140,21 @@ TEST_F(SnapshotLayoutToolsTest, BoardScopeListsEveryCardAndIdsWinOverScope) {
 
 TEST_F(SnapshotLayoutToolsTest, ListLayoutsArgumentErrorsAreWordedExactly) {
   const std::string missing = "list_card_layouts requires non-empty card_ids, or scope='board'.";
-  EXPECT_EQ(invalidArgumentMessage([&] { listLayouts({}); }), missing);
-  EXPECT_EQ(invalidArgumentMessage([&] { listLayouts({{"card_ids", Array{}}}); }), missing);
-  EXPECT_EQ(invalidArgumentMessage([&] {
-              listLayouts({{"scope", "selection"}});
-            }),
+  EXPECT_EQ(layoutsRefusal({}), missing);
+  EXPECT_EQ(layoutsRefusal({{"card_ids", Array{}}}), missing);
+  EXPECT_EQ(layoutsRefusal({{"scope", "selection"}}),
             "list_card_layouts only supports scope='board' (or provide explicit card_ids).");
-  EXPECT_EQ(invalidArgumentMessage([&] {
-              listLayouts({{"card_ids", Array{kA, "nope", "A1000000-0000-4000-8000"}}});
-            }),
+  EXPECT_EQ(layoutsRefusal({{"card_ids", Array{kA, "nope", "A1000000-0000-4000-8000"}}}),
             "list_card_layouts card_ids contains invalid UUID values: nope, "
             "A1000000-0000-4000-8000");
 
-  const std::string decodeFailure = invalidArgumentMessage([&] {
-    listLayouts({{"card_ids", kA}});
-  });
+  const std::string decodeFailure = layoutsRefusal({{"card_ids", kA}});
   const std::string prefix =
       "Invalid input for list_card_layouts. Expected "
       "{\"card_ids\":[\"UUID\"],\"include_constraints\":true} or {\"scope\":\"board\"}. Error: ";
   EXPECT_EQ(decodeFailure.substr(0, prefix.size()), prefix);
   EXPECT_NE(decodeFailure.find("card_ids"), std::string::npos) << decodeFailure;
-  EXPECT_EQ(invalidArgumentMessage([&] {
-              listLayouts({{"scope", 3}});
-            }).substr(0, prefix.size()),
-            prefix);
+  EXPECT_EQ(layoutsRefusal({{"scope", 3}}).substr(0, prefix.size()), prefix);
 
   EXPECT_EQ(invalidArgumentMessage([] {
               ListCardLayoutsTool(std::nullopt)

@@ -130,12 +130,10 @@ TEST_F(ViewportToolsTest, StaleOrUndecodableHeartbeatWritesNoRequest) {
   startApp(R"({"focus_card": {"payload": {}}, "screenshot": {"payload": {}},
                "viewport_state": {"payload": {}}})",
            30);
-  EXPECT_EQ(at(runQuickly(focus_, JSONObject{{"card_id", kInside}}), "error_code"),
-            AnyCodableValue("runtime_unavailable"));
-  EXPECT_EQ(at(runQuickly(screenshot_, JSONObject{}), "error_code"),
-            AnyCodableValue("runtime_unavailable"));
-  EXPECT_EQ(at(runQuickly(viewport_, JSONObject{}), "error_code"),
-            AnyCodableValue("runtime_unavailable"));
+  for (const AgentTool* tool : std::vector<const AgentTool*>{&focus_, &screenshot_, &viewport_}) {
+    EXPECT_EQ(at(runQuickly(*tool, JSONObject{{"card_id", kInside}}), "error_code"),
+              AnyCodableValue("runtime_unavailable"));
+  }
   EXPECT_TRUE(filesIn(inbox()).empty());
   EXPECT_TRUE(app_->handledRequests().empty());
   app_->stop();
@@ -242,26 +240,23 @@ TEST_F(ViewportToolsTest, FailingApplicationAnswersMapToErrorShapes) {
 }
 
 TEST_F(ViewportToolsTest, ArgumentErrorsAreThrown) {
-  EXPECT_EQ(invalidArgumentMessage([&] {
-              focus_.run(JSONObject{{"card_id", "card-1"}}, context_);
-            }),
+  const auto refusal = [&](const AgentTool& tool, const AnyCodableValue& input) {
+    return invalidArgumentMessage([&] { tool.run(input, context_); });
+  };
+  EXPECT_EQ(refusal(focus_, JSONObject{{"card_id", "card-1"}}),
             "focus_card card_id is invalid UUID.");
-  EXPECT_EQ(invalidArgumentMessage([&] {
-              focus_.run(JSONObject{{"card_id", "99999999-0000-4000-8000-000000000099"}}, context_);
-            }),
+  EXPECT_EQ(refusal(focus_, JSONObject{{"card_id", "99999999-0000-4000-8000-000000000099"}}),
             "focus_card card_id not found.");
   EXPECT_THROW(focus_.run(JSONObject{}, context_), DecodingError);
   EXPECT_THROW(focus_.run(JSONObject{{"card_id", kInside}, {"camera_scope", "boss"}}, context_),
                DecodingError);
 
-  EXPECT_EQ(invalidArgumentMessage([&] {
-              screenshot_.run(JSONObject{{"snapshot_mode", "card"}, {"card_id", "  "}}, context_);
-            }),
+  EXPECT_EQ(refusal(screenshot_, JSONObject{{"snapshot_mode", "card"}, {"card_id", "  "}}),
             "screenshot snapshot_mode=card requires card_id.");
   for (const AnyCodableValue& input :
        {AnyCodableValue(JSONObject{{"snapshot_mode", "cards"}}),
         AnyCodableValue(JSONObject{{"snapshot_mode", "cards"}, {"card_ids", Array{}}})}) {
-    EXPECT_EQ(invalidArgumentMessage([&] { screenshot_.run(input, context_); }),
+    EXPECT_EQ(refusal(screenshot_, input),
               "screenshot snapshot_mode=cards requires non-empty card_ids.");
   }
   EXPECT_THROW(screenshot_.run(JSONObject{{"snapshot_mode", "movie"}}, context_), DecodingError);
@@ -275,9 +270,7 @@ TEST_F(ViewportToolsTest, ArgumentErrorsAreThrown) {
   const ViewportStateTool unboundViewport(std::nullopt);
   for (const AgentTool* tool :
        std::vector<const AgentTool*>{&unboundFocus, &unboundShot, &unboundViewport}) {
-    EXPECT_EQ(invalidArgumentMessage([&] {
-                tool->run(JSONObject{{"card_id", kInside}}, context_);
-              }),
+    EXPECT_EQ(refusal(*tool, JSONObject{{"card_id", kInside}}),
               tool->spec().name + " requires project_path when session is not bound.");
   }
   // project_path in the input binds an unbound tool.

@@ -108,19 +108,12 @@ class GetSlideStateToolTest : public ::testing::Test {
     return tool_.run(AnyCodableValue::parse(input), AgentToolContext::forSingleCall());
   }
 
-  // The slide of `answer` with `groupId`, or nullptr.
-  static const AnyCodableValue* slide(const AnyCodableValue& answer, const std::string& groupId) {
-    for (const auto& candidate : *answer.member("slides")->asArray()) {
-      if (*candidate.member("group_id")->asString() == groupId) return &candidate;
-    }
-    return nullptr;
-  }
-
   TempDirectory project_;
   GetSlideStateTool tool_{project_.path()};
 };
 
-TEST_F(GetSlideStateToolTest, ReportsEverySlideGroupWithoutIds) {
+// Without ids every slide group is reported, its slots held against the template's.
+TEST_F(GetSlideStateToolTest, ReportsEverySlideGroupWithSlotOccupancy) {
   const AnyCodableValue answer = run("{}");
   EXPECT_EQ(compact(answer.member("status")), R"("ok")");
   EXPECT_EQ(compact(answer.member("missing_group_ids")), "[]");
@@ -129,12 +122,8 @@ TEST_F(GetSlideStateToolTest, ReportsEverySlideGroupWithoutIds) {
   EXPECT_EQ(*slides[0].member("group_id")->asString(), kSlide);
   EXPECT_EQ(*slides[1].member("group_id")->asString(), kOddSlide);
   EXPECT_EQ(slides[0].member("child_frames"), nullptr);
-}
 
-TEST_F(GetSlideStateToolTest, DescribesSlotOccupancyAgainstTheTemplate) {
-  const AnyCodableValue answer = run("{}");
-  const AnyCodableValue* state = slide(answer, kSlide);
-  ASSERT_NE(state, nullptr);
+  const AnyCodableValue* state = &slides[0];
   for (const auto& [key, expected] : std::vector<std::pair<std::string, std::string>>{
            {"title", R"("Solar slide")"},
            {"template_id", R"("hero_left")"},
@@ -175,12 +164,9 @@ TEST_F(GetSlideStateToolTest, DescribesSlotOccupancyAgainstTheTemplate) {
     constrained.push_back(*constraint.member("slot_id")->asString());
   }
   EXPECT_EQ(constrained, (std::vector<std::string>{"hero_image", "title", "body", "facts_table"}));
-}
 
-TEST_F(GetSlideStateToolTest, UnknownTemplateKeepsBindingsVisible) {
-  const AnyCodableValue answer = run("{}");
-  const AnyCodableValue* state = slide(answer, kOddSlide);
-  ASSERT_NE(state, nullptr);
+  // An unknown template keeps the bindings visible.
+  state = &slides[1];
   EXPECT_EQ(compact(state->member("template_id")), R"("mystery_layout")");
   EXPECT_EQ(state->member("template_family"), nullptr);
   EXPECT_EQ(state->member("theme_id"), nullptr);
@@ -198,9 +184,8 @@ TEST_F(GetSlideStateToolTest, UnknownTemplateKeepsBindingsVisible) {
 TEST_F(GetSlideStateToolTest, ChildFramesOnRequest) {
   const AnyCodableValue answer =
       run(R"({"group_ids": [")" + kSlide + R"("], "include_child_frames": true})");
-  const AnyCodableValue* state = slide(answer, kSlide);
-  ASSERT_NE(state, nullptr);
-  EXPECT_EQ(compact(state->member("child_frames")),
+  ASSERT_EQ(answer.member("slides")->asArray()->size(), 1u);
+  EXPECT_EQ(compact(answer.member("slides")->asArray()->front().member("child_frames")),
             R"([{"card_id":")" + kHeroImage +
                 R"(","card_type":"image",)"
                 R"("frame":{"height":666,"width":672,"x":180,"y":326}},)"
@@ -235,10 +220,9 @@ TEST_F(GetSlideStateToolTest, ProjectPathRules) {
       elsewhere.run(JSONObject{}, AgentToolContext::forSingleCall());
   EXPECT_EQ(compact(fromDefault.member("slides")), "[]");
 
-  const GetSlideStateTool unbound(std::nullopt);
   try {
-    unbound.run(JSONObject{}, AgentToolContext::forSingleCall());
-    FAIL() << "expected a throw";
+    GetSlideStateTool(std::nullopt).run(JSONObject{}, AgentToolContext::forSingleCall());
+    ADD_FAILURE() << "expected a throw";
   } catch (const std::invalid_argument& error) {
     EXPECT_STREQ(error.what(), "get_slide_state requires project_path when session is not bound.");
   }
